@@ -44,8 +44,10 @@ void release(SoCache *&cache) {
 } // namespace
 
 void PoBase::initClass() {
-    if (oravane::registersNow(classTypeId))
-        SO_KIT_INIT_CLASS(PoBase, SoBaseKit, "BaseKit");
+    if (!oravane::registersNow(classTypeId))
+        return;
+    SO_KIT_INIT_CLASS(PoBase, SoBaseKit, "BaseKit");
+    prepareWriteAction();
 }
 
 // Instantiable although no program makes one: the toolkit's printDiagram() dereferences an instance of every

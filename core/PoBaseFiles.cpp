@@ -2,61 +2,57 @@
 
 #include <oravane/PoBase.h>
 
-#include <Inventor/SoFullPath.h>
 #include <Inventor/SoOutput.h>
+#include <Inventor/SoPath.h>
 #include <Inventor/actions/SoCallbackAction.h>
+#include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/actions/SoWriteAction.h>
-#include <Inventor/lists/SoAuditorList.h>
-#include <Inventor/nodes/SoGroup.h>
 
 #include <algorithm>
 
 namespace {
 
-/// A parent of the node in its scene: a group, or null at the top.
-SoNode *firstParent(const SoNode *node) {
-    const SoAuditorList &auditors = node->getAuditors();
-    for (int i = 0; i < auditors.getLength(); ++i) {
-        if (auditors.getType(i) != SoNotRec::PARENT)
-            continue;
-        auto *parent = static_cast<SoNode *>(auditors.getObject(i));
-        if (parent->isOfType(SoGroup::getClassTypeId()) || parent->isOfType(SoBaseKit::getClassTypeId()))
-            return parent;
+/// Brings the kits below a node up to date, each with the attributes that stand before it, switched-off
+/// branches included.
+void updateKitsBelow(SoNode *root) {
+    root->ref(); // search paths hold their head, and would take a node without references with them
+    {
+        SoSearchAction search;
+        search.setType(PoBase::getClassTypeId());
+        search.setInterest(SoSearchAction::ALL);
+        search.setSearchingAll(TRUE);
+        search.apply(root);
+        for (int i = 0; i < search.getPaths().getLength(); ++i) {
+            SoCallbackAction update;
+            update.apply(search.getPaths()[i]);
+        }
     }
-    return nullptr;
+    root->unrefNoDelete();
+}
+
+// The toolkit counts references before it traverses anything, so finished parts must exist before the
+// counting begins; this is the first that a write action does with the node or path it is applied to.
+void writeUpToDate(SoAction *action, SoNode *node) {
+    const bool isCounting =
+        static_cast<SoWriteAction *>(action)->getOutput()->getStage() == SoOutput::COUNT_REFS;
+    if (isCounting && PoBase::getNodeWriteFormat() == PoBase::WRITE_PARTS)
+        updateKitsBelow(node);
+    SoNode::writeS(action, node);
 }
 
 } // namespace
 
-// The toolkit counts references before any node is traversed, so no attribute would be in the state by then.
-// A traversal of the path from the top of the scene down to the kit meets those that stand before it.
-void PoBase::rebuildForWriting() {
-    std::vector<SoNode *> ancestry{this};
-    while (SoNode *parent = firstParent(ancestry.back())) {
-        if (std::find(ancestry.begin(), ancestry.end(), parent) != ancestry.end())
-            break;
-        ancestry.push_back(parent);
-    }
-    SoNode *top = ancestry.back();
-    top->ref();
-    {
-        auto *path = new SoPath(top);
-        path->ref();
-        for (auto node = ancestry.rbegin() + 1; node != ancestry.rend(); ++node)
-            path->append(*node);
-        SoCallbackAction action;
-        action.apply(path);
-        path->unref();
-    }
-    top->unrefNoDelete();
+void PoBase::prepareWriteAction() {
+    SoWriteAction::addMethod(SoNode::getClassTypeId(), &writeUpToDate);
 }
 
 void PoBase::addWriteReference(SoOutput *out, SbBool isFromField) {
     // A class that calls itself built in has readable binary files; one that does not describes its fields in
     // ASCII files, for readers that lack this library.
     isBuiltIn = out->isBinary();
-    if (m_nodeWriteFormat == WRITE_PARTS && !isFromField && isRebuildDue())
-        rebuildForWriting();
+    // A kit that no traversal reaches, in a field of some node, say, at least has parts.
+    if (m_nodeWriteFormat == WRITE_PARTS && !isFromField && !m_built)
+        rebuildSilently();
     SoBaseKit::addWriteReference(out, isFromField);
 }
 

@@ -245,8 +245,7 @@ private:
     void bringUpToDate();
     void followDomain();
     void rebuildSilently();
-    void rebuildForWriting();
-    bool isRebuildDue() const { return !m_showsPartsOfFile && (m_modified || !m_cache); }
+    static void prepareWriteAction();
     void markModified();
     void forgetDomainCache();
     void restoreDefaultMarks();
