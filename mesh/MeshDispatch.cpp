@@ -4,7 +4,7 @@
 #include <oravane/PbPolarGrid2D.h>
 #include <oravane/PbRegularCartesianGrid2D.h>
 
-#include "mesh/MeshKinds.h"
+#include <oravane/MeshKinds.h>
 
 #define ORAVANE_DISPATCH(Class, prefix)                                                                      \
     void Class::meshLines(PoMeshLines *) const {}                                                            \
