@@ -1,10 +1,13 @@
 #include "core/ClassTable.h"
 
 #include <oravane/PoBase.h>
+#include <oravane/PoDataMappingElement.h>
 #include <oravane/PoDebugError.h>
 #include <oravane/PoDomain.h>
 #include <oravane/PoDomainElement.h>
+#include <oravane/PoIsovaluesListElement.h>
 #include <oravane/PoKestrava.h>
+#include <oravane/PoMeshElement.h>
 #include <oravane/PoParallelogram.h>
 #include <oravane/PoParallelogram3.h>
 #include <oravane/PoRectangle.h>
@@ -33,6 +36,9 @@ const ClassInitializer dataKits[] = {
 
 const ClassInitializer stateElements[] = {
     &PoDomainElement::initClass,
+    &PoIsovaluesListElement::initClass,
+    &PoDataMappingElement::initClass,
+    &PoMeshElement::initClass,
 };
 
 const ClassInitializer attributeNodes[] = {
