@@ -46,8 +46,11 @@ public:
 
 private:
     std::size_t find(float value) const {
-        // Adding 0 makes one of the two zeros.
-        std::size_t slot = (std::bit_cast<std::uint32_t>(value + 0.0f) * 0x9e3779b1u) >> m_shift;
+        // Adding 0 makes one of the two zeros. Evenly spaced levels have bits that differ in few places only.
+        std::uint32_t bits = std::bit_cast<std::uint32_t>(value + 0.0f);
+        bits = (bits ^ (bits >> 15)) * 0x2c1b3c6du;
+        bits = (bits ^ (bits >> 12)) * 0x297a2d39u;
+        std::size_t slot = bits >> m_shift;
         while (m_slots[slot] >= 0 && m_levels[m_slots[slot]].value != value)
             slot = slot + 1 < m_slots.size() ? slot + 1 : 0;
         return slot;

@@ -1,13 +1,13 @@
 #include "attributes/ColorEach.h"
 
 #include <oravane/PiColorConverter.h>
+#include <oravane/PmHelpers.h>
 
 namespace {
 
 /// 0..1, also for what a division by zero gives: not-a-number becomes 1.
 float cut(float value) {
-    const float notAbove = value < 1.0f ? value : 1.0f;
-    return notAbove > 0.0f ? notAbove : 0.0f;
+    return PmMAX(PmMIN(value, 1.0f), 0.0f);
 }
 
 } // namespace
