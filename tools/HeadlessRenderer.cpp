@@ -12,7 +12,6 @@
 #include <Inventor/nodes/SoSeparator.h>
 
 #include <algorithm>
-#include <limits>
 #include <set>
 #include <stdexcept>
 

@@ -1,6 +1,6 @@
 #include "tools/HeadlessRenderer.h"
 
-#include "tools/TemporaryFolder.h"
+#include "TemporaryFolder.h"
 
 #include <Inventor/SoDB.h>
 #include <Inventor/SoInput.h>
