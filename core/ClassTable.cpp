@@ -1,0 +1,94 @@
+#include "core/ClassTable.h"
+
+#include <oravane/PoBase.h>
+#include <oravane/PoDataMappingElement.h>
+#include <oravane/PoDebugError.h>
+#include <oravane/PoDomain.h>
+#include <oravane/PoDomainElement.h>
+#include <oravane/PoIsovaluesListElement.h>
+#include <oravane/PoKestrava.h>
+#include <oravane/PoMeshElement.h>
+#include <oravane/PoParallelogram.h>
+#include <oravane/PoParallelogram3.h>
+#include <oravane/PoRectangle.h>
+#include <oravane/PoVolundra.h>
+
+#include <Inventor/SoDB.h>
+#include <Inventor/SoInteraction.h>
+#include <Inventor/nodekits/SoNodeKit.h>
+
+namespace oravane {
+
+namespace {
+
+bool isStarting = false;
+
+const ClassInitializer graphicsKits[] = {
+    &PoKestrava::initClass,
+    &PoRectangle::initClass,
+    &PoParallelogram::initClass,
+    &PoParallelogram3::initClass,
+};
+
+const ClassInitializer dataKits[] = {
+    &PoVolundra::initClass,
+};
+
+const ClassInitializer stateElements[] = {
+    &PoDomainElement::initClass,
+    &PoIsovaluesListElement::initClass,
+    &PoDataMappingElement::initClass,
+    &PoMeshElement::initClass,
+};
+
+const ClassInitializer attributeNodes[] = {
+    &PoNode::initClass,
+    &PoDomain::initClass,
+};
+
+} // namespace
+
+std::span<const ClassInitializer> graphicsKitClasses() {
+    return graphicsKits;
+}
+std::span<const ClassInitializer> dataKitClasses() {
+    return dataKits;
+}
+std::span<const ClassInitializer> stateElementClasses() {
+    return stateElements;
+}
+std::span<const ClassInitializer> attributeNodeClasses() {
+    return attributeNodes;
+}
+
+void initialize(std::span<const ClassInitializer> classes) {
+    for (const ClassInitializer initClass : classes)
+        initClass();
+}
+
+bool registersNow(SoType type) {
+    if (isStarting)
+        return type == SoType::badType();
+    PoBase::init();
+    return false;
+}
+
+} // namespace oravane
+
+void PoBase::init() {
+    // The type, and not a flag, tells whether the library is up: a program may finish the toolkit and start
+    // it again.
+    if (oravane::isStarting || getClassTypeId() != SoType::badType())
+        return;
+    oravane::isStarting = true;
+    SoDB::init();
+    SoNodeKit::init();
+    SoInteraction::init();
+    PoDebugError::initClass();
+    PoBase::initClass();
+    PoKestrava::initClasses();
+    PoVolundra::initClasses();
+    oravane::initialize(oravane::stateElementClasses());
+    PoNode::initClasses();
+    oravane::isStarting = false;
+}

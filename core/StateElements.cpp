@@ -1,0 +1,154 @@
+#include "core/ClassTable.h"
+
+#include <oravane/PbDataMapping.h>
+#include <oravane/PbDomain.h>
+#include <oravane/PbIsovaluesList.h>
+#include <oravane/PbMesh2D.h>
+#include <oravane/PoDataMappingElement.h>
+#include <oravane/PoDomainElement.h>
+#include <oravane/PoIsovaluesListElement.h>
+#include <oravane/PoMeshElement.h>
+
+#include <Inventor/actions/SoCallbackAction.h>
+#include <Inventor/actions/SoGLRenderAction.h>
+#include <Inventor/actions/SoGetBoundingBoxAction.h>
+#include <Inventor/actions/SoGetMatrixAction.h>
+#include <Inventor/actions/SoHandleEventAction.h>
+#include <Inventor/actions/SoPickAction.h>
+#include <Inventor/actions/SoSearchAction.h>
+#include <Inventor/actions/SoWriteAction.h>
+#include <Inventor/misc/SoState.h>
+
+SO_ELEMENT_SOURCE(PoDomainElement)
+SO_ELEMENT_SOURCE(PoDataMappingElement)
+SO_ELEMENT_SOURCE(PoIsovaluesListElement)
+SO_ELEMENT_SOURCE(PoMeshElement)
+
+void PoBasicObjectElement::enable(SoType elementType, int stackIndex) {
+    SoCallbackAction::enableElement(elementType, stackIndex);
+    SoGLRenderAction::enableElement(elementType, stackIndex);
+    SoGetBoundingBoxAction::enableElement(elementType, stackIndex);
+    SoGetMatrixAction::enableElement(elementType, stackIndex);
+    SoHandleEventAction::enableElement(elementType, stackIndex);
+    SoPickAction::enableElement(elementType, stackIndex);
+    SoSearchAction::enableElement(elementType, stackIndex);
+    SoWriteAction::enableElement(elementType, stackIndex);
+}
+
+void PoBasicObjectElement::init(SoState *state) {
+    SoReplacedElement::init(state);
+    m_object = nullptr;
+    m_kind = 0;
+}
+
+void PoBasicObjectElement::setObject(SoState *state, int stackIndex, SoNode *node, const PbBase *object,
+                                     int kind) {
+    if (!state->isElementEnabled(stackIndex))
+        return;
+    auto *element =
+        static_cast<PoBasicObjectElement *>(SoReplacedElement::getElement(state, stackIndex, node));
+    if (!element)
+        return;
+    element->m_object = object;
+    element->m_kind = kind;
+}
+
+const PoBasicObjectElement *PoBasicObjectElement::getElementOf(SoState *state, int stackIndex) {
+    if (!state->isElementEnabled(stackIndex))
+        return nullptr;
+    return static_cast<const PoBasicObjectElement *>(SoElement::getConstElement(state, stackIndex));
+}
+
+const PbBase *PoBasicObjectElement::getObject(SoState *state, int stackIndex) {
+    const PoBasicObjectElement *element = getElementOf(state, stackIndex);
+    return element ? element->m_object : nullptr;
+}
+
+// ---- domain
+
+namespace {
+const PbDomain &defaultDomain() {
+    static const PbDomain domain;
+    return domain;
+}
+} // namespace
+
+void PoDomainElement::initClass() {
+    if (!oravane::registersNow(classTypeId))
+        return;
+    SO_ELEMENT_INIT_CLASS(PoDomainElement, SoReplacedElement);
+    enable(classTypeId, classStackIndex);
+}
+
+void PoDomainElement::init(SoState *state) {
+    PoBasicObjectElement::init(state);
+    m_object = &defaultDomain();
+}
+
+void PoDomainElement::set(SoState *state, SoNode *node, const PbDomain *domain) {
+    setObject(state, classStackIndex, node, domain);
+}
+
+const PbDomain *PoDomainElement::get(SoState *state) {
+    const auto *domain = static_cast<const PbDomain *>(getObject(state, classStackIndex));
+    return domain ? domain : &defaultDomain();
+}
+
+// ---- data mapping
+
+void PoDataMappingElement::initClass() {
+    if (!oravane::registersNow(classTypeId))
+        return;
+    SO_ELEMENT_INIT_CLASS(PoDataMappingElement, SoReplacedElement);
+    enable(classTypeId, classStackIndex);
+}
+
+void PoDataMappingElement::set(SoState *state, SoNode *node, const PbDataMapping *object) {
+    setObject(state, classStackIndex, node, object);
+}
+
+const PbDataMapping *PoDataMappingElement::get(SoState *state) {
+    return static_cast<const PbDataMapping *>(getObject(state, classStackIndex));
+}
+
+// ---- list of isovalues
+
+void PoIsovaluesListElement::initClass() {
+    if (!oravane::registersNow(classTypeId))
+        return;
+    SO_ELEMENT_INIT_CLASS(PoIsovaluesListElement, SoReplacedElement);
+    enable(classTypeId, classStackIndex);
+}
+
+void PoIsovaluesListElement::set(SoState *state, SoNode *node, const PbIsovaluesList *object) {
+    setObject(state, classStackIndex, node, object);
+}
+
+const PbIsovaluesList *PoIsovaluesListElement::get(SoState *state) {
+    return static_cast<const PbIsovaluesList *>(getObject(state, classStackIndex));
+}
+
+// ---- mesh
+
+void PoMeshElement::initClass() {
+    if (!oravane::registersNow(classTypeId))
+        return;
+    SO_ELEMENT_INIT_CLASS(PoMeshElement, SoReplacedElement);
+    enable(classTypeId, classStackIndex);
+}
+
+void PoMeshElement::set(SoState *state, SoNode *node, const PbMesh2D *mesh) {
+    setObject(state, classStackIndex, node, mesh, 0);
+}
+
+const PbMesh *PoMeshElement::getMesh(SoState *state) {
+    return static_cast<const PbMesh *>(getObject(state, classStackIndex));
+}
+
+const PbMesh2D *PoMeshElement::getMesh2D(SoState *state) {
+    const PoBasicObjectElement *element = getElementOf(state, classStackIndex);
+    if (!element)
+        return nullptr;
+    const auto *typed = static_cast<const PoMeshElement *>(element);
+    return typed->m_kind == 0 ? static_cast<const PbMesh2D *>(typed->m_object) : nullptr;
+}

@@ -1,0 +1,408 @@
+#include <oravane/PoBase.h>
+#include <oravane/PoDomain.h>
+#include <oravane/PoDomainElement.h>
+#include <oravane/PoParallelogram.h>
+#include <oravane/PoParallelogram3.h>
+#include <oravane/PoRectangle.h>
+
+#include "TestScene.h"
+
+#include <Inventor/SbVec2f.h>
+#include <Inventor/SoFullPath.h>
+#include <Inventor/SoPickedPoint.h>
+#include <Inventor/actions/SoCallbackAction.h>
+#include <Inventor/actions/SoGetMatrixAction.h>
+#include <Inventor/actions/SoGetPrimitiveCountAction.h>
+#include <Inventor/actions/SoHandleEventAction.h>
+#include <Inventor/actions/SoRayPickAction.h>
+#include <Inventor/actions/SoSearchAction.h>
+#include <Inventor/nodes/SoCoordinate3.h>
+#include <Inventor/nodes/SoFaceSet.h>
+#include <Inventor/nodes/SoGroup.h>
+#include <Inventor/nodes/SoMatrixTransform.h>
+#include <Inventor/sensors/SoNodeSensor.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace {
+
+using test::boundingBox;
+using test::readBack;
+using test::Ref;
+using test::written;
+
+/// A scene with one kit of any class under a separator, and a count of its rebuilds.
+template <class Kit>
+struct Scene {
+    explicit Scene(Kit *newKit = new Kit) : kit(newKit), root(new SoSeparator) {
+        root->addChild(kit);
+        kit->addPostRebuildCallback([](void *count, PoBase *) { ++*static_cast<int *>(count); }, &rebuilds);
+    }
+    Kit *kit;
+    Ref<SoSeparator> root;
+    int rebuilds = 0;
+};
+
+SbBox3f box(float x0, float y0, float x1, float y1) {
+    return {SbVec3f(x0, y0, 0), SbVec3f(x1, y1, 0)};
+}
+
+SbVec3f corner(SoBaseKit *kit, const char *part, int index) {
+    auto *group = static_cast<SoGroup *>(kit->getPart(part, FALSE));
+    return static_cast<SoCoordinate3 *>(group->getChild(0))->point[index];
+}
+
+/// Switches the write format for the life of a test.
+struct PartsFormat {
+    PartsFormat() { PoBase::setNodeWriteFormat(PoBase::WRITE_PARTS); }
+    ~PartsFormat() { PoBase::setNodeWriteFormat(PoBase::WRITE_FIELDS); }
+};
+
+TEST(ShapeKits, GenerateTheirCorners) {
+    Scene<PoRectangle> rectangle;
+    boundingBox(rectangle.root.get());
+    const SbVec3f square[] = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
+    for (int i = 0; i < 4; ++i)
+        EXPECT_EQ(corner(rectangle.kit, "rectangle", i), square[i]);
+    Scene<PoParallelogram> parallelogram;
+    parallelogram.kit->p = SbVec2f(2, 0);
+    boundingBox(parallelogram.root.get());
+    EXPECT_EQ(corner(parallelogram.kit, "parallelogram", 3), SbVec3f(2, 1, 0));
+    Scene<PoParallelogram3> inSpace;
+    inSpace.kit->r = SbVec3f(1, 0, 5);
+    boundingBox(inSpace.root.get());
+    EXPECT_EQ(corner(inSpace.kit, "parallelogram3", 3), SbVec3f(0, 0, 5));
+}
+
+TEST(PoBase, RebuildsOnceForManyChangesAndNotAtAllForNone) {
+    Scene<PoRectangle> scene;
+    EXPECT_FALSE(scene.kit->isBuilt());
+    for (int i = 0; i < 10; ++i)
+        scene.kit->q = SbVec2f(2.f + static_cast<float>(i), 3);
+    EXPECT_EQ(scene.rebuilds, 0);
+    EXPECT_TRUE(scene.kit->isModified());
+    EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 11, 3));
+    EXPECT_EQ(scene.rebuilds, 1);
+    EXPECT_FALSE(scene.kit->isModified());
+    for (int i = 0; i < 3; ++i) {
+        SoCallbackAction action;
+        action.apply(scene.root.get());
+        boundingBox(scene.root.get());
+    }
+    EXPECT_EQ(scene.rebuilds, 1);
+}
+
+TEST(PoBase, ImmediateUpdateRebuildsInsideTheSetter) {
+    Scene<PoRectangle> scene;
+    scene.kit->setUpdateMethod(PoBase::UPDATE_IMMEDIATE);
+    scene.kit->q = SbVec2f(2, 3);
+    EXPECT_EQ(scene.rebuilds, 1);
+    EXPECT_EQ(corner(scene.kit, "rectangle", 2), SbVec3f(2, 3, 0));
+    scene.kit->q = SbVec2f(4, 5);
+    scene.kit->touchKit();
+    EXPECT_EQ(scene.rebuilds, 3);
+    EXPECT_FALSE(scene.kit->isModified());
+}
+
+TEST(PoBase, ARebuildDoesNotScheduleTheNextRedraw) {
+    Scene<PoRectangle> scene;
+    int notifications = 0;
+    SoNodeSensor sensor([](void *count, SoSensor *) { ++*static_cast<int *>(count); }, &notifications);
+    sensor.setPriority(0);
+    sensor.attach(scene.root.get());
+    boundingBox(scene.root.get());
+    EXPECT_EQ(notifications, 0);
+    EXPECT_TRUE(scene.kit->isNotifyEnabled());
+    scene.kit->touchKit();
+    EXPECT_GT(notifications, 0);
+}
+
+TEST(PoBase, EveryActionThatReachesANewKitSeesItsParts) {
+    const auto pickedBy = [](SoNode *root) {
+        SoRayPickAction action(SbViewportRegion(100, 100));
+        action.setRay(SbVec3f(0.5f, 0.5f, 10), SbVec3f(0, 0, -1));
+        action.apply(root);
+        return action.getPickedPoint() != nullptr;
+    };
+    const auto trianglesIn = [](SoNode *root) {
+        int triangles = 0;
+        SoCallbackAction action;
+        action.addTriangleCallback(
+            SoShape::getClassTypeId(),
+            [](void *count, SoCallbackAction *, const SoPrimitiveVertex *, const SoPrimitiveVertex *,
+               const SoPrimitiveVertex *) { ++*static_cast<int *>(count); },
+            &triangles);
+        action.apply(root);
+        return triangles == 2;
+    };
+    const auto foundBy = [](SoNode *root) {
+        SoBaseKit::setSearchingChildren(TRUE);
+        SoSearchAction action;
+        action.setType(SoFaceSet::getClassTypeId());
+        action.apply(root);
+        SoBaseKit::setSearchingChildren(FALSE);
+        return action.getPath() != nullptr;
+    };
+    const auto writtenBy = [](SoNode *root) {
+        const PartsFormat format;
+        return written(root).find("FaceSet") != std::string::npos;
+    };
+    const std::pair<const char *, std::function<bool(SoNode *)>> actions[] = {
+        {"bounding box", [](SoNode *root) { return boundingBox(root) == box(0, 0, 1, 1); }},
+        {"ray pick", pickedBy},
+        {"callback", trianglesIn},
+        {"search", foundBy},
+        {"write", writtenBy},
+    };
+    for (const auto &[name, sees] : actions) {
+        SCOPED_TRACE(name);
+        Scene<PoRectangle> scene;
+        EXPECT_TRUE(sees(scene.root.get()));
+        EXPECT_TRUE(scene.kit->isBuilt());
+    }
+    // These draw nothing; they must reach a new kit, and its parts, without harm.
+    Scene<PoRectangle> scene;
+    SoGetPrimitiveCountAction count;
+    count.apply(scene.root.get());
+    SoHandleEventAction event(SbViewportRegion(100, 100));
+    event.apply(scene.root.get());
+    SoGetMatrixAction matrix(SbViewportRegion(100, 100));
+    matrix.apply(scene.root.get());
+}
+
+TEST(PoBase, CachesAboveAKitFollowTheAttributesBeforeIt) {
+    const Ref<SoSeparator> root(new SoSeparator);
+    root->boundingBoxCaching = SoSeparator::ON;
+    auto *domain = new PoDomain;
+    root->addChild(domain);
+    auto *cached = new SoSeparator;
+    cached->boundingBoxCaching = SoSeparator::ON;
+    cached->addChild(new PoRectangle);
+    root->addChild(cached);
+    EXPECT_EQ(boundingBox(root.get()), box(0, 0, 1, 1));
+    EXPECT_EQ(boundingBox(root.get()), box(0, 0, 1, 1));
+    domain->max = SbVec3f(4, 2, 4); // y scaled by 2
+    EXPECT_EQ(boundingBox(root.get()), box(0, 0, 1, 2));
+    domain->transformType = PoDomain::TRANSFORM_01;
+    EXPECT_EQ(boundingBox(root.get()), box(0, 0, 0.25f, 0.5f));
+}
+
+TEST(PoBase, ADomainMovesTheTransformAndNothingElseInAKitThatDoesNotUseIt) {
+    Scene<PoRectangle> scene;
+    boundingBox(scene.root.get());
+    EXPECT_EQ(scene.kit->getPart("domainTransform", FALSE), nullptr);
+    {
+        PbDomain domain(0, 0, 4, 2, PbDomain::BBOX_AS_GIVEN);
+        scene.kit->setDomain(&domain);
+        EXPECT_EQ(scene.kit->getDomain(), &domain);
+        EXPECT_FALSE(scene.kit->isModified());
+        EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 1, 2));
+        domain.setTransformType(PbDomain::SCALE_Y_FIXED);
+        EXPECT_FALSE(scene.kit->isModified());
+        EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 0.5f, 1));
+        domain.setDomain(0, 0, 8, 2, PbDomain::BBOX_AS_GIVEN);
+        EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 0.25f, 1));
+    }
+    SbBox3f fallback;
+    scene.kit->getDomain()->getDomain(fallback);
+    EXPECT_EQ(fallback, SbBox3f(SbVec3f(0, 0, 0), SbVec3f(1, 1, 1))) << "a deleted domain is forgotten";
+    EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 1, 1));
+    EXPECT_EQ(scene.rebuilds, 1) << "only the transform has moved";
+}
+
+TEST(PoBase, TheDomainOfTheSceneReturnsWhenTheOwnOneGoes) {
+    Scene<PoRectangle> scene;
+    auto *inScene = new PoDomain;
+    inScene->max = SbVec3f(4, 2, 4);
+    scene.root->insertChild(inScene, 0);
+    EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 1, 2));
+    PbDomain own(0, 0, 2, 8, PbDomain::BBOX_AS_GIVEN);
+    scene.kit->setDomain(&own);
+    EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 1, 0.25f));
+    scene.kit->setDomain(nullptr);
+    EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 1, 2));
+    scene.kit->enableDomainTransform(0);
+    inScene->max = SbVec3f(4, 1, 4);
+    EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 1, 2))
+        << "switched off: the transform stays as it was";
+}
+
+/// A kit that counts what its basic objects report, and may answer it.
+struct Listener : PoBase {
+    Listener() : PoBase() {}
+    void basicObjectChange(PbBase *object) override {
+        changes.push_back(object->getChangeType());
+        if (onChange)
+            onChange(object);
+        PoBase::basicObjectChange(object);
+    }
+    std::vector<PbBase::ChangeType> changes;
+    std::function<void(PbBase *)> onChange;
+};
+
+TEST(PbBase, TellsEveryConnectedKitTheLatestFirst) {
+    const Ref<Listener> first(new Listener), second(new Listener);
+    std::vector<Listener *> order;
+    for (Listener *kit : {first.get(), second.get()})
+        kit->onChange = [kit, &order](PbBase *) { order.push_back(kit); };
+    {
+        PbDomain a, b(0, 0, 2, 2, PbDomain::BBOX_AS_GIVEN);
+        a.addConnection(first.get());
+        a.addConnection(second.get());
+        b.addConnection(first.get());
+        a.touch();
+        EXPECT_EQ(order, (std::vector<Listener *>{second.get(), first.get()}));
+        order.clear();
+        a = b; // tells the kits of a, and keeps them
+        EXPECT_EQ(order, (std::vector<Listener *>{second.get(), first.get()}));
+        EXPECT_EQ(a.removeConnection(second.get()), 1);
+        EXPECT_EQ(a.removeConnection(second.get()), 0);
+        order.clear();
+        first->changes.clear();
+    }
+    EXPECT_EQ(first->changes,
+              (std::vector<PbBase::ChangeType>{PbBase::CHANGE_DELETED, PbBase::CHANGE_DELETED}));
+    EXPECT_EQ(order.size(), 2u);
+}
+
+TEST(PbBase, KitsMayDisconnectAndConnectInsideANotification) {
+    const Ref<Listener> kits[] = {Ref<Listener>(new Listener), Ref<Listener>(new Listener),
+                                  Ref<Listener>(new Listener)};
+    PbDomain domain;
+    for (const auto &kit : kits)
+        domain.addConnection(kit.get());
+    kits[2]->onChange = [&](PbBase *object) {
+        object->removeConnection(kits[2].get());
+        object->removeConnection(kits[1].get());
+        object->addConnection(kits[2].get());
+    };
+    domain.touch();
+    EXPECT_EQ(kits[2]->changes.size(), 1u) << "connected again during the walk: told next time";
+    EXPECT_EQ(kits[1]->changes.size(), 0u) << "disconnected before its turn";
+    EXPECT_EQ(kits[0]->changes.size(), 1u);
+    kits[2]->onChange = nullptr;
+    domain.touch();
+    EXPECT_EQ(kits[2]->changes.size(), 2u);
+    EXPECT_EQ(kits[1]->changes.size(), 0u);
+}
+
+TEST(KitFiles, FieldsFormatHoldsChangedFieldsOnly) {
+    Scene<PoRectangle> scene;
+    scene.kit->q = SbVec2f(4, 5);
+    boundingBox(scene.root.get());
+    const std::string text = written(scene.root.get());
+    EXPECT_NE(text.find("q 4 5"), std::string::npos) << text;
+    EXPECT_EQ(text.find("p 0 0"), std::string::npos) << text;
+    EXPECT_EQ(text.find("Coordinate3 {"), std::string::npos) << text;
+}
+
+TEST(KitFiles, BothFormatsReadBackInAsciiAndBinaryInAnyOrder) {
+    for (const bool isBinary : {false, true}) {
+        Scene<PoRectangle> scene;
+        scene.kit->q = SbVec2f(4, 5);
+        scene.root->insertChild(new PoDomain, 0);
+        for (int round = 0; round < 2; ++round) {
+            SCOPED_TRACE(isBinary ? "binary" : "ascii");
+            {
+                const PartsFormat format;
+                const auto parts = readBack(written(scene.root.get(), isBinary));
+                ASSERT_TRUE(parts);
+                EXPECT_EQ(boundingBox(parts.get()), box(0, 0, 4, 5)) << "shows what it was written with";
+            }
+            const auto fields = readBack(written(scene.root.get(), isBinary));
+            ASSERT_TRUE(fields);
+            EXPECT_EQ(boundingBox(fields.get()), box(0, 0, 4, 5));
+            const Ref<SoNode> copied(scene.kit->copy());
+            EXPECT_EQ(boundingBox(copied.get()), box(0, 0, 4, 5)) << "writing changed nothing in the kit";
+        }
+    }
+}
+
+TEST(KitFiles, PartsOfAFileStayUntilSomethingChanges) {
+    const PartsFormat format;
+    Scene<PoRectangle> scene;
+    scene.kit->q = SbVec2f(4, 5);
+    PbDomain domain(0, 0, 4, 2, PbDomain::BBOX_AS_GIVEN);
+    scene.kit->setDomain(&domain);
+    const auto read = readBack(written(scene.root.get()));
+    ASSERT_TRUE(read);
+    EXPECT_EQ(boundingBox(read.get()), box(0, 0, 4, 10)) << "with the transform of its domain";
+    SoSearchAction search;
+    search.setType(PoRectangle::getClassTypeId());
+    search.apply(read.get());
+    ASSERT_TRUE(search.getPath());
+    auto *kit = static_cast<PoRectangle *>(search.getPath()->getTail());
+    const auto again = readBack(written(read.get()));
+    EXPECT_EQ(boundingBox(again.get()), box(0, 0, 4, 10)) << "and can be written again";
+    const Ref<SoNode> copied(kit->copy());
+    EXPECT_EQ(boundingBox(copied.get()), box(0, 0, 4, 10)) << "and copied";
+    kit->p = SbVec2f(-1, -1);
+    EXPECT_EQ(boundingBox(read.get()), box(-1, -1, 1, 1));
+}
+
+TEST(KitFiles, AKitDueForARebuildIsWrittenWithTheAttributesBeforeIt) {
+    const PartsFormat format;
+    Scene<PoRectangle> scene;
+    auto *domain = new PoDomain;
+    domain->max = SbVec3f(4, 2, 4);
+    scene.root->insertChild(domain, 0);
+    const std::string text = written(scene.root.get());
+    EXPECT_EQ(text.find("PoDomain"), std::string::npos) << "attribute nodes are left out";
+    const auto read = readBack(text);
+    ASSERT_TRUE(read);
+    EXPECT_EQ(boundingBox(read.get()), box(0, 0, 1, 2));
+}
+
+TEST(KitFiles, ReadersWithoutTheLibraryGetUnknownNodesThatDraw) {
+    // The same text under names that no class has is what such a reader sees.
+    std::string text;
+    {
+        const PartsFormat format;
+        Scene<PoRectangle> scene;
+        scene.kit->q = SbVec2f(4, 5);
+        text = written(scene.root.get());
+    }
+    const std::string name = "PoRectangle";
+    for (std::size_t at = text.find(name); at != std::string::npos; at = text.find(name, at))
+        text.replace(at, name.size(), "PxRectangle");
+    const auto read = readBack(text);
+    ASSERT_TRUE(read) << text;
+    EXPECT_EQ(boundingBox(read.get()), box(0, 0, 4, 5)) << text;
+}
+
+TEST(KitCopies, ServeThemselvesAlsoBelowACopiedSeparator) {
+    Scene<PoRectangle> scene;
+    scene.kit->q = SbVec2f(4, 5);
+    PbDomain domain(0, 0, 4, 2, PbDomain::BBOX_AS_GIVEN);
+    scene.kit->setDomain(&domain);
+    const Ref<SoSeparator> copied(static_cast<SoSeparator *>(scene.root->copy()));
+    const int before = scene.rebuilds;
+    EXPECT_EQ(boundingBox(copied.get()), box(0, 0, 4, 10));
+    auto *copy = static_cast<PoRectangle *>(copied->getChild(0));
+    EXPECT_TRUE(copy->isBuilt());
+    EXPECT_GT(scene.rebuilds, before) << "the copy has the callbacks of the original";
+    copy->q = SbVec2f(1, 1);
+    EXPECT_EQ(boundingBox(copied.get()), box(0, 0, 1, 2));
+    EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 4, 10)) << "the original is its own";
+    domain.setDomain(0, 0, 4, 4, PbDomain::BBOX_AS_GIVEN);
+    EXPECT_EQ(boundingBox(copied.get()), box(0, 0, 1, 1)) << "connected to the same domain";
+    const Ref<PoBase> direct(static_cast<PoBase *>(scene.kit->copy()));
+    EXPECT_TRUE(direct->isBuilt()) << "copy() of a kit returns it rebuilt";
+}
+
+TEST(PoBase, StartsOnceAndRegistersInTheLibrary) {
+    const SoType type = PoRectangle::getClassTypeId();
+    PoBase::init();
+    PoRectangle::initClass();
+    EXPECT_EQ(PoRectangle::getClassTypeId(), type);
+    EXPECT_EQ(SoType::fromName("PoRectangle"), type);
+    EXPECT_TRUE(type.isDerivedFrom(SoType::fromName("PoKestrava")));
+    Scene<PoRectangle> scene;
+    testing::internal::CaptureStdout();
+    scene.kit->printDiagram();
+    EXPECT_NE(testing::internal::GetCapturedStdout().find("rectangle"), std::string::npos);
+}
+
+} // namespace
