@@ -2,11 +2,9 @@
 //
 //   bench_contour --benchmark_filter='2000' --benchmark_repetitions=5 --benchmark_report_aggregates_only=true
 //
-// One more peer, in Python, on a field of its own with the same hills and waves:
-//   python3 -c "import numpy, contourpy, time; i = numpy.mgrid[0:1:2000j, 0:1:2000j]; \
-//     v = numpy.float32(.1 * numpy.sin(8 * numpy.pi * i[0]) * numpy.sin(8 * numpy.pi * i[1]) + i[0]); \
-//     g = contourpy.contour_generator(z=v); t = time.time(); [g.lines(l) for l in numpy.linspace(.05, .95,
-//     20)]; \ print(time.time() - t)"
+// One more peer, in Python; a field like the smooth one is
+//   i, j = numpy.mgrid[0:1:2000j, 0:1:2000j]; v = i * j + .1 * numpy.sin(25 * i) * numpy.sin(25 * j)
+//   generator = contourpy.contour_generator(z=v); lines = [generator.lines(l) for l in levels]
 #include "fields.h"
 
 #include <oravane/PbIsovaluesList.h>

@@ -27,7 +27,7 @@ void gdalLines(benchmark::State &state, fields::Kind kind) {
     std::vector<float> values = fields::grid(n, kind);
     std::string levels = "FIXED_LEVELS=";
     for (const float level : fields::levels(values, 20))
-        levels += (levels.back() == '=' ? "" : ",") + std::string(CPLSPrintf("%.9g", level));
+        levels += CPLSPrintf("%s%.9g", levels.back() == '=' ? "" : ",", level);
     GDALDataset *data = inMemory(n, values);
     char **options = CSLAddString(nullptr, levels.c_str());
     for (auto _ : state) {
