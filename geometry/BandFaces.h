@@ -13,25 +13,18 @@ namespace oravane {
 /// between the pieces follow the adjusted levels.
 class BandTable {
 public:
-    BandTable() : m_drawn(1, 1) {}
-
-    /// Takes the values in any order; those that are not numbers bound no band. All bands are drawn.
+    /// Takes the values in any order; those that are not numbers bound no band.
     void assign(std::span<const float> values) {
         m_bounds.clear();
         std::copy_if(values.begin(), values.end(), std::back_inserter(m_bounds),
                      [](float value) { return !std::isnan(value); });
         std::sort(m_bounds.begin(), m_bounds.end());
-        m_drawn.assign(m_bounds.size() + 1, 1);
     }
 
-    int numBands() const { return static_cast<int>(m_drawn.size()); }
+    int numBands() const { return static_cast<int>(m_bounds.size()) + 1; }
 
     /// The bounds in ascending order; band b lies between bounds b - 1 and b, and holds its lower bound.
     std::span<const float> bounds() const { return m_bounds; }
-
-    /// A band that is not drawn has no pieces.
-    void setDrawn(int band, bool drawn) { m_drawn[band] = drawn; }
-    bool isDrawn(int band) const { return m_drawn[band] != 0; }
 
     /// Number of bounds not above `value`. The search starts at `guess`, mostly right or next to it.
     int find(float value, int guess) const {
@@ -46,7 +39,6 @@ public:
 
 private:
     std::vector<float> m_bounds;
-    std::vector<std::uint8_t> m_drawn;
 };
 
 /// How much room the pieces of a contouring need at the most.
@@ -65,14 +57,29 @@ public:
 
     /// Adds a polygon whose values have the mean `mean`; `guess` as in BandTable::find.
     void add(std::span<const std::int32_t> points, float mean, int guess) {
-        const int band = m_table.find(mean, guess);
-        if (!m_table.isDrawn(band))
-            return;
+        *m_band++ = m_table.find(mean, guess);
         m_index = std::copy(points.begin(), points.end(), m_index);
         *m_index++ = -1;
-        *m_band++ = band;
     }
 
+    /// Takes out the pieces of bands for which `isDrawn(band)` is false.
+    template <class IsDrawn>
+    void keepOnly(IsDrawn isDrawn) {
+        std::int32_t *index = m_firstIndex, *band = m_firstBand;
+        const std::int32_t *from = m_firstIndex;
+        for (const std::int32_t *piece = m_firstBand; piece != m_band; ++piece) {
+            const std::int32_t *end = std::find(from, static_cast<const std::int32_t *>(m_index), -1) + 1;
+            if (isDrawn(*piece)) {
+                index = std::copy(from, end, index);
+                *band++ = *piece;
+            }
+            from = end;
+        }
+        m_index = index;
+        m_band = band;
+    }
+
+    std::span<const std::int32_t> pieceBands() const { return {m_firstBand, m_band}; }
     std::size_t numIndices() const { return static_cast<std::size_t>(m_index - m_firstIndex); }
     std::size_t numPieces() const { return static_cast<std::size_t>(m_band - m_firstBand); }
 

@@ -270,7 +270,7 @@ BandCounts GridContour::countBands(const GridField &field, const IsoLevels &leve
 
 template <class Positions>
 void GridContour::placeNodes(const Positions &positions, Ppoint3 *points) const {
-    const float *z = m_field.z;
+    const float *z = m_field.nodeZ;
     std::size_t node = 0;
     for (int i = 0; i < m_field.numI; ++i)
         for (int j = 0; j < m_field.numJ; ++j, ++node) {

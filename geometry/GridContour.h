@@ -18,7 +18,8 @@ using GridPositions = std::variant<CartesianPositions, SeparablePositions, Polar
 struct GridField {
     int numI = 0, numJ = 0;
     const float *values = nullptr;
-    const float *z = nullptr; ///< third coordinate of each node, or null for 0
+    const float *z = nullptr;     ///< third coordinate that crossings are interpolated from, or null for 0
+    const float *nodeZ = nullptr; ///< third coordinate of the nodes themselves, or null for 0
 };
 
 /// Contours a structured grid, row of cells by row of cells.

@@ -126,13 +126,12 @@ void IndexedContour::placeCrossings(Put put) const {
         const Edge &edge = m_edges[e];
         const Ppoint3 &a = m_field.nodes[edge.low], &b = m_field.nodes[edge.high];
         const double low = m_field.values[edge.low], high = m_field.values[edge.high];
-        const double za = m_field.z ? m_field.z[edge.low] : 0, zb = m_field.z ? m_field.z[edge.high] : 0;
         const std::int32_t band = m_bands[edge.low];
         for (std::int32_t level = band; level < m_bands[edge.high]; ++level) {
             const double t = ((*m_levels)[level] - low) / (high - low);
             const auto between = [t](double pa, double pb) { return static_cast<float>(pa + (pb - pa) * t); };
             put(edge.first + (level - band), e, level,
-                Ppoint3{between(a.x, b.x), between(a.y, b.y), between(za, zb)});
+                Ppoint3{between(a.x, b.x), between(a.y, b.y), m_field.keepsZ ? between(a.z, b.z) : 0});
         }
     }
 }

@@ -22,12 +22,12 @@ struct MeshCell {
 /// left, a triangle for an odd rest. Fewer than three nodes add nothing.
 void addPolygon(std::span<const std::int32_t> nodes, std::vector<MeshCell> &cells);
 
-/// Cells and nodes of any mesh; all arrays but `z` are given.
+/// Cells and nodes of any mesh.
 struct MeshField {
     std::span<const MeshCell> cells;
     std::span<const Ppoint3> nodes;
     const float *values = nullptr; ///< one for each node
-    const float *z = nullptr;      ///< third coordinate that crossings are interpolated from, or null for 0
+    bool keepsZ = true;            ///< crossings take their z from the nodes; else it is 0
 };
 
 /// Contours a mesh of triangles and quadrangles given by node numbers.

@@ -3,6 +3,7 @@
 #include <oravane/PbParalCartesianGrid2D.h>
 #include <oravane/PbPolarGrid2D.h>
 #include <oravane/PbRegularCartesianGrid2D.h>
+#include <oravane/PiContouring.h>
 
 #include <oravane/MeshKinds.h>
 
@@ -10,7 +11,9 @@
     void Class::meshLines(PoMeshLines *) const {}                                                            \
     void Class::meshFilled(PoMeshFilled *) const {}                                                          \
     void Class::meshSides(PoMeshSides *) const {}                                                            \
-    void Class::meshContouring(PiContouring *, const float *) const {}                                       \
+    void Class::meshContouring(PiContouring *contouring, const float *z) const {                             \
+        contouring->setMesh(this, z);                                                                        \
+    }                                                                                                        \
     void Class::getLimits(PoMesh2D *, Ppoint_list_list3 &) const {}                                          \
     void Class::mesh2DVec(PoMesh2DVec *) const {}
 

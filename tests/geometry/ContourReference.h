@@ -68,11 +68,11 @@ public:
         searchNextVertex();
     }
 
-    void searchIndexed(const float *z) {
+    void searchIndexed(bool keepsZ) {
         std::map<std::pair<int, int>, int> known;
         for (int c = 0; c < static_cast<int>(m_cells.size()); ++c)
             for (int s = 0; s < m_cells[c].type; ++s)
-                addIndexedSide(c, s, known, z);
+                addIndexedSide(c, s, known, keepsZ);
         searchNextVertex();
     }
 
@@ -174,7 +174,7 @@ private:
         attach(elem2, side2, edge);
     }
 
-    void addIndexedSide(int c, int s, std::map<std::pair<int, int>, int> &known, const float *z) {
+    void addIndexedSide(int c, int s, std::map<std::pair<int, int>, int> &known, bool keepsZ) {
         int a = m_cells[c].nodes[s], b = m_cells[c].nodes[(s + 1) % m_cells[c].type];
         const auto [first, end] = crossed(a, b);
         if (first == end)
@@ -189,7 +189,7 @@ private:
                 const double vLow = m_values[low], vHigh = m_values[high], t = (iso - vLow) / (vHigh - vLow);
                 const auto mix = [t](double p, double q) { return static_cast<float>(p + (q - p) * t); };
                 const Ppoint3 p = m_points[low], q = m_points[high];
-                return Ppoint3{mix(p.x, q.x), mix(p.y, q.y), z ? mix(z[low], z[high]) : 0};
+                return Ppoint3{mix(p.x, q.x), mix(p.y, q.y), keepsZ ? mix(p.z, q.z) : 0};
             });
             m_edges[edge].elem1 = c;
         }
