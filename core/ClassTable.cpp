@@ -11,6 +11,7 @@
 #include <oravane/PoKestrava.h>
 #include <oravane/PoLinearDataMapping.h>
 #include <oravane/PoMeshElement.h>
+#include <oravane/PoMeshFilled.h>
 #include <oravane/PoNonLinearDataMapping.h>
 #include <oravane/PoNonLinearDataMapping2.h>
 #include <oravane/PoParallelogram.h>
@@ -37,6 +38,9 @@ const ClassInitializer graphicsKits[] = {
 
 const ClassInitializer dataKits[] = {
     &PoVolundra::initClass,
+    &PoMesh::initClass,
+    &PoMesh2D::initClass,
+    &PoMeshFilled::initClass,
 };
 
 const ClassInitializer stateElements[] = {

@@ -35,7 +35,8 @@ inline PolarPositions positionsOf(const PbPolarGrid2D &grid) {
     return {radius, {angle, static_cast<std::size_t>(ny)}};
 }
 
-/// Nodes at equal steps, each reached by adding the step to the one before.
+/// Nodes at equal steps, each reached by adding the step to the one before; in double precision, since in
+/// floats the last of thousands would miss the bound by a good part of a cell.
 class SteppedPositions {
 public:
     explicit SteppedPositions(const PbRegularCartesianGrid2D &grid) {
@@ -50,10 +51,11 @@ public:
 
 private:
     static std::vector<float> steps(int count, float min, float max) {
+        const double step = count > 1 ? (static_cast<double>(max) - min) / (count - 1) : 0;
         std::vector<float> positions;
-        const float step = count > 1 ? (max - min) / static_cast<float>(count - 1) : 0;
-        for (int k = 0; k < count; ++k)
-            positions.push_back(k == 0 ? min : positions.back() + step);
+        double position = min;
+        for (int k = 0; k < count; ++k, position += step)
+            positions.push_back(static_cast<float>(position));
         return positions;
     }
 
