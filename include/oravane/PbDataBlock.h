@@ -74,12 +74,12 @@ private:
 
     void copyEntries(const T *data, int count) {
         const std::less<const T *> before;
-        const bool isInside =
-            isOwned() && !before(data, m_own.data()) && before(data, m_own.data() + m_own.size());
-        if (isInside)
-            m_own = std::vector<T>(data, data + count);
-        else
+        if (isOwned() && !before(data, m_own.data()) && before(data, m_own.data() + m_own.size())) {
+            m_own.erase(m_own.begin(), m_own.begin() + (data - m_own.data()));
+            m_own.resize(static_cast<std::size_t>(count));
+        } else {
             m_own.assign(data, data + count);
+        }
         m_data = m_own.data();
         m_num = count;
     }
