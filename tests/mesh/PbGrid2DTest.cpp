@@ -29,9 +29,11 @@ TEST(PbGrid2D, AllKindsGiveTheSameNodesCellsAndMeasures) {
                 SCOPED_TRACE(std::string(name) + (withZ ? " with z" : "") + (duplicate ? " own" : " shared"));
                 ASSERT_EQ(grid->getNumNodes(), 12);
                 ASSERT_EQ(grid->getNumCells(), 6);
-                SoMFVec3f coords;
+                SoMFVec3f coords, oneByOne;
                 grid->getNodesCoord(grid->getZcoord(), coords);
+                grid->PbMesh2D::getNodesCoord(grid->getZcoord(), oneByOne);
                 ASSERT_EQ(coords.getNum(), 12);
+                EXPECT_TRUE(coords == oneByOne);
                 for (int n = 0; n < 12; ++n) {
                     const SbVec3f expected(sample.x[n], sample.y[n], withZ ? sample.z[n] : 0);
                     EXPECT_EQ(grid->getNodeCoord(n), expected) << n;
