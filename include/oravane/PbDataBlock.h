@@ -35,11 +35,10 @@ public:
             share(data, count);
     }
 
-    /// Makes an own block of `count` entries, in either mode. The first entries keep their values, new ones
-    /// are `fill`. Returns the first entry, for the caller to write.
+    /// Makes an own block of `count` entries, in either mode. Entries of an own block keep their values, new
+    /// ones are `fill`; a foreign address is dropped unread, as the program may have freed it already.
+    /// Returns the first entry, for the caller to write.
     T *makeOwn(int count, const T &fill) {
-        if (!isOwned() && m_data)
-            copyEntries(m_data, std::min(count, m_num));
         m_own.resize(static_cast<std::size_t>(std::max(count, 0)), fill);
         m_data = m_own.data();
         m_num = std::max(count, 0);

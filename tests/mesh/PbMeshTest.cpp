@@ -203,6 +203,11 @@ TEST(PbMesh, SharesOrOwnsWhatItIsGiven) {
         EXPECT_EQ(grid.getVecsSet(1)[4], SbVec3f(4, 1, 0)) << "flat vectors are always copied";
         grid.addVecsSet(1, sample.vectors.data());
         EXPECT_EQ(grid.getVecsSet(1) == sample.vectors.data(), !duplicate);
+        auto freed = std::make_unique<std::vector<SbVec3f>>(sample.vectors);
+        grid.addVecsSet(2, freed->data());
+        freed.reset(); // its address is replaced next, and must not be read for that
+        grid.addVecsSet(2, flat);
+        EXPECT_EQ(grid.removeVecsSet(2), 1);
 
         const GridSample large(5, 4);
         grid.setGeometry(5, 4, large.x.data(), large.y.data());
