@@ -30,7 +30,7 @@ class ORAVANE_API PoMesh : public PoVolundra {
     SO_KIT_HEADER(PoMesh);
 
 public:
-    enum ColoringType {
+    enum ColoringType : int {
         COLOR_INHERITED = 0,  ///< the colour of the scene, or of the `appearance` part
         COLOR_AVERAGE = 1,    ///< one colour for each cell, of the mean of its nodes' values
         COLOR_MAPPING = 2,    ///< one colour for each node, interpolated between
