@@ -37,7 +37,7 @@ std::unique_ptr<PbRegularCartesianGrid2D> readTerrain(const oravane::Example &ex
 }
 
 PoDataMapping *newHeightColors() {
-    const float heights[] = {700, 1000, 1300, 1600, 1900, 2200, 2500};
+    const float heights[] = {700, 1000, 1300, 1600, 1900, 2200, 2560};
     const SbColor colors[] = {{0.25f, 0.45f, 0.25f}, {0.47f, 0.62f, 0.32f}, {0.75f, 0.76f, 0.45f},
                               {0.80f, 0.64f, 0.40f}, {0.66f, 0.48f, 0.34f}, {0.78f, 0.72f, 0.68f},
                               {0.98f, 0.98f, 0.99f}};
@@ -54,7 +54,7 @@ SoSeparator *newMapScene(const PbRegularCartesianGrid2D &terrain) {
     terrain.getGeometry(numX, numY, xmin, ymin, xmax, ymax);
     auto *camera = new SoOrthographicCamera;
     camera->position.setValue((xmin + xmax) / 2, (ymin + ymax) / 2, 10000);
-    camera->height = ymax - ymin;
+    camera->height = xmax - xmin; // on an upright sheet the camera takes this for the width
     camera->nearDistance = 1;
     camera->farDistance = 20000;
     auto *scene = new SoSeparator;
@@ -70,6 +70,7 @@ void writePageAndPicture(oravane::Example &example, const std::string &name, SoN
     page.setDrawingDimensions(size, SoVectorizeAction::MILLIMETER);
     page.setHLHSRMode(static_cast<SoVectorizeAction::HLHSRMode>(options.hiddenSurfaceMode));
     page.enableLighting(options.isLit);
+    page.setOrientation(options.isLandscape ? SoVectorizeAction::LANDSCAPE : SoVectorizeAction::PORTRAIT);
     page.setBorder(1, SbColor(0.3f, 0.3f, 0.3f));
     const std::string file = example.outFile(name + ".ps");
     if (!page.getOutput()->openFile(file.c_str()))

@@ -28,8 +28,9 @@ SoSeparator *newMapScene(const PbRegularCartesianGrid2D &terrain);
 struct PageOptions {
     int hiddenSurfaceMode = 0; ///< a SoVectorizeAction::HLHSRMode
     bool isLit = false;
-    float width = 130; ///< of the drawing, in millimetres
-    float height = 188.8f;
+    bool isLandscape = false;
+    float width = 190; ///< of the drawing, in millimetres
+    float height = 276;
 };
 
 /// Writes NAME.ps and, rendered headless in the same proportions, NAME.png.

@@ -15,7 +15,7 @@ int main(int argc, char **argv) {
         scene->ref();
         scene->addChild(newHeightColors());
         auto *levels = new PoIsovaluesList;
-        levels->setRegularIsoList(800.0f, 2500.0f, 18);
+        levels->setRegularIsoList(600.0f, 2500.0f, 20);
         scene->addChild(levels);
         auto *surface = new PoMeshFilled;
         surface->setMesh(terrain.get());

@@ -15,9 +15,9 @@ namespace {
 
 SoSeparator *newPerspectiveScene() {
     auto *camera = new SoPerspectiveCamera;
-    camera->position.setValue(-3500, -7500, 8600);
-    camera->pointAt(SbVec3f(4740, 6600, 1700), SbVec3f(0, 0, 1));
-    camera->heightAngle = 0.62f;
+    camera->position.setValue(-4500, -6500, 9800);
+    camera->pointAt(SbVec3f(4900, 6000, 1500), SbVec3f(0, 0, 1));
+    camera->heightAngle = 0.50f;
     camera->nearDistance = 2000;
     camera->farDistance = 40000;
     auto *light = new SoDirectionalLight;
@@ -44,8 +44,9 @@ int main(int argc, char **argv) {
         scene->addChild(surface);
         PageOptions options;
         options.isLit = true;
-        options.width = 190;
-        options.height = 130;
+        options.isLandscape = true;
+        options.width = 276;
+        options.height = 190;
         options.hiddenSurfaceMode = SoVectorizeAction::HLHSR_Z_SORT;
         writePageAndPicture(example, "terrain_perspective", scene, options);
         options.hiddenSurfaceMode = SoVectorizeAction::HLHSR_FULL_SORT;

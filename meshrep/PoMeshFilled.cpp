@@ -16,6 +16,11 @@
 #include <Inventor/nodes/SoMaterialBinding.h>
 #include <Inventor/nodes/SoQuadMesh.h>
 #include <Inventor/nodes/SoShapeHints.h>
+#include <Inventor/nodes/SoVertexProperty.h>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
 
 SO_KIT_SOURCE(PoMeshFilled)
 
@@ -129,6 +134,34 @@ SoIndexedFaceSet *newFacesOfSoundCells(int nx, int ny, std::span<const SbVec3f> 
     return faces;
 }
 
+/// Normals of a grid of nodes, for the clockwise ordering of the shape hints. The toolkit's own normals of a
+/// quad mesh do not follow the ordering, and turn lit surfaces black. One normal serves a flat grid.
+SoVertexProperty *newNormals(int nx, int ny, std::span<const SbVec3f> nodes, bool isFlat) {
+    const auto at = [&](int i, int j) -> const SbVec3f & {
+        return nodes[static_cast<std::size_t>(i) * ny + j];
+    };
+    const auto normal = [&](int i, int j) {
+        const SbVec3f alongI = at(std::min(i + 1, nx - 1), j) - at(std::max(i - 1, 0), j);
+        const SbVec3f alongJ = at(i, std::min(j + 1, ny - 1)) - at(i, std::max(j - 1, 0));
+        SbVec3f result = alongJ.cross(alongI);
+        if (result.normalize() == 0)
+            result.setValue(0, 0, -1);
+        return result;
+    };
+    auto *normals = new SoVertexProperty;
+    normals->normalBinding = isFlat ? SoVertexProperty::OVERALL : SoVertexProperty::PER_VERTEX;
+    if (isFlat) {
+        normals->normal.setValue(normal(0, 0));
+        return normals;
+    }
+    edit(normals->normal, nodes.size(), [&](SbVec3f *out) {
+        for (int i = 0; i < nx; ++i)
+            for (int j = 0; j < ny; ++j)
+                *out++ = normal(i, j);
+    });
+    return normals;
+}
+
 } // namespace
 
 template <class Mesh>
@@ -150,10 +183,13 @@ void PoMeshFilled::buildGeometry(const Mesh &mesh, const float *z) {
              }
          });
     m_group->addChild(m_coordinate3);
+    const std::span<const SbVec3f> nodes(m_coordinate3->point.getValues(0),
+                                         static_cast<std::size_t>(m_coordinate3->point.getNum()));
     if (isSound) {
         auto *quads = new SoQuadMesh;
         quads->verticesPerColumn = nx;
         quads->verticesPerRow = ny;
+        quads->vertexProperty = newNormals(nx, ny, nodes, z == nullptr);
         m_group->addChild(quads);
         return;
     }
@@ -162,8 +198,6 @@ void PoMeshFilled::buildGeometry(const Mesh &mesh, const float *z) {
         m_materialBinding && m_materialBinding->value.getValue() == SoMaterialBinding::PER_FACE;
     if (isPerCell)
         m_materialBinding->value = SoMaterialBinding::PER_FACE_INDEXED;
-    const std::span<const SbVec3f> nodes(m_coordinate3->point.getValues(0),
-                                         static_cast<std::size_t>(m_coordinate3->point.getNum()));
     m_group->addChild(newFacesOfSoundCells(nx, ny, nodes, isPerCell));
 }
 

@@ -20,7 +20,7 @@
 #include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoMaterialBinding.h>
 #include <Inventor/nodes/SoQuadMesh.h>
-#include <Inventor/nodes/SoSwitch.h>
+#include <Inventor/nodes/SoVertexProperty.h>
 
 #include <gtest/gtest.h>
 
@@ -410,6 +410,27 @@ TEST(PoMeshFilled, DegenerateMeshesAndLevelsAreDefined) {
     }
     Scene none(nullptr);
     EXPECT_EQ(drawnBy(none.root.get()).triangles, 0);
+}
+
+TEST(PoMeshFilled, NormalsFollowTheOrderingOfTheShapeHints) {
+    // Seen from above the cells run counter-clockwise while the hints say clockwise: the lit side is the
+    // back, and the renderer turns the normals of the back. So they must point down.
+    const auto grid = regularGrid();
+    const std::vector<float> slope = field([](int i, int) { return static_cast<float>(i); });
+    grid->addValuesSet(1, slope.data());
+    const Scene scene(grid.get());
+    for (const bool isFlat : {true, false}) {
+        scene.kit->zValuesIndex = isFlat ? -1 : 1;
+        scene.traverse();
+        auto *quads = scene.shape<SoQuadMesh>();
+        ASSERT_TRUE(quads);
+        const auto *normals = static_cast<SoVertexProperty *>(quads->vertexProperty.getValue());
+        ASSERT_TRUE(normals);
+        const SbVec3f expected = isFlat ? SbVec3f(0, 0, -1) : SbVec3f(1, 0, -1) / std::sqrt(2.f);
+        EXPECT_EQ(normals->normal.getNum(), isFlat ? 1 : NX * NY);
+        for (int k = 0; k < normals->normal.getNum(); ++k)
+            EXPECT_TRUE(normals->normal[k].equals(expected, 1e-6f));
+    }
 }
 
 TEST(PoMesh2D, BorderOfAGridIsOneClosedLine) {
