@@ -377,10 +377,12 @@ void SoVectorizeAction::projectPoints(SbVec4f *points, int n) const {
 }
 
 SbColor SoVectorizeAction::translateColor(const SbColor &color) const {
-    const SbColor black(0, 0, 0), white(1, 1, 1);
+    const auto isGrey = [&](float level) {
+        return color[0] == level && color[1] == level && color[2] == level;
+    };
     switch (m_colorTranslation) {
     case SWAP_BLACK_WHITE:
-        return color == black ? white : color == white ? black : color;
+        return isGrey(0) ? SbColor(1, 1, 1) : isGrey(1) ? SbColor(0, 0, 0) : color;
     case COMPLEMENT_COLORS:
         return SbColor(1 - color[0], 1 - color[1], 1 - color[2]);
     default:

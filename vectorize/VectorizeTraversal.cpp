@@ -176,10 +176,18 @@ void SoVectorizeAction::Traversal::readShape() {
     if (node && node->isOfType(SoQuadMesh::getClassTypeId()) &&
         (binding == SoMaterialBinding::PER_FACE || binding == SoMaterialBinding::PER_FACE_INDEXED))
         s.quadRow = static_cast<const SoQuadMesh *>(node)->verticesPerRow.getValue();
-    s.numDiffuse = SoLazyElement::getInstance(action.getState())->getNumDiffuse();
+    readMaterials();
     s.isLit = m_action.isLightingEnabled() && action.getLightModel() == SoLightModel::PHONG;
     if (s.isLit)
         readLighting();
+}
+
+void SoVectorizeAction::Traversal::readMaterials() {
+    const SoLazyElement *materials = SoLazyElement::getInstance(m_callback->getState());
+    const bool isPlain = !materials->isPacked() && materials->getNumTransparencies() == 1;
+    m_shape.numDiffuse = materials->getNumDiffuse();
+    m_shape.diffuse = isPlain && m_shape.numDiffuse > 0 ? materials->getDiffusePointer() : nullptr;
+    m_shape.transparency = isPlain ? materials->getTransparencyPointer()[0] : 0.0f;
 }
 
 void SoVectorizeAction::Traversal::readLighting() {
@@ -246,6 +254,8 @@ int SoVectorizeAction::Traversal::materialIndex(const SoPrimitiveVertex &vertex)
 }
 
 SoVectorizeAction::Traversal::Color SoVectorizeAction::Traversal::colorOf(int index) {
+    if (m_shape.diffuse)
+        return {m_action.translateColor(m_shape.diffuse[index]), m_shape.transparency == 1.0f};
     SoState *state = m_callback->getState();
     return {m_action.translateColor(SoLazyElement::getDiffuse(state, index)),
             SoLazyElement::getTransparency(state, index) == 1.0f};

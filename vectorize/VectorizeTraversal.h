@@ -39,7 +39,10 @@ private:
         bool isImage; ///< its triangles only serve picking
         bool isLit;
         int quadRow; ///< vertices in a row of a quad mesh with a material per face, else 0
+        /// The materials: one transparency for all, or null colours where the toolkit must be asked for each.
+        const SbColor *diffuse;
         int numDiffuse;
+        float transparency;
         oravane::LightEnvironment environment;
     };
     enum Pending { NOTHING, LINES, POINTS };
@@ -62,6 +65,7 @@ private:
 
     const Shape *visibleShape();
     void readShape();
+    void readMaterials();
     void readLighting();
     void readLights();
     void enterView();
