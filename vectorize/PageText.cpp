@@ -13,8 +13,8 @@ namespace {
 constexpr char kHexDigits[] = "0123456789ABCDEF";
 constexpr std::size_t kLongestFast = 24; ///< characters of a number that is written digit by digit
 
-// A float times 100 fits a double without rounding. Below this limit the sum with 2^52 rounds it to an integer,
-// half to even as printf does, and leaves that integer in the low bits.
+// A float times 100 fits a double without rounding. Below this limit the sum with 2^52 rounds it to an
+// integer, half to even as printf does, and leaves that integer in the low bits.
 constexpr double kFastLimit = 0x1p51;
 constexpr double kRounder = 0x1p52;
 

@@ -9,8 +9,8 @@
 namespace oravane {
 
 /// Text of a page file, built from strings and numbers. Numbers have the form that printf gives them in the
-/// "C" locale, whatever the locale of the program is; what is not finite is written as 0. A page is millions of
-/// numbers: they are put into the buffer digit by digit.
+/// "C" locale, whatever the locale of the program is; what is not finite is written as 0. A page is millions
+/// of numbers: they are put into the buffer digit by digit.
 class PageText {
 public:
     PageText &operator<<(std::string_view text);

@@ -445,7 +445,7 @@ void SoVectorizeAction::printPolyLine(const SbVec4f *points, int n, const SbColo
     text.fixed(width, kRealDigits) << " , pattern : ";
     text.hex(pattern, 4);
     if (!multicolor)
-        text << ", color = " << colors[0];
+        text << " , color = " << colors[0];
     text << ")\n";
     addPoints(text, points, n, colors, multicolor);
     print(text);

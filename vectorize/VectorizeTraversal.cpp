@@ -89,6 +89,12 @@ void SoVectorizeAction::Traversal::pointCallback(void *self, SoCallbackAction *a
     traversal->drawPoint(*v);
 }
 
+/// The toolkit would make two triangles of an image, and divides by zero when only one of its extents is set.
+SoCallbackAction::Response SoVectorizeAction::Traversal::skipPrimitives(void *, SoCallbackAction *,
+                                                                        const SoNode *) {
+    return SoCallbackAction::PRUNE;
+}
+
 void SoVectorizeAction::Traversal::registerCallbacks(SoCallbackAction &action) {
     const SoType shape = SoShape::getClassTypeId();
     action.addPreCallback(SoCamera::getClassTypeId(), nodeCallback<&Traversal::fitCamera>, this);
@@ -97,6 +103,7 @@ void SoVectorizeAction::Traversal::registerCallbacks(SoCallbackAction &action) {
     action.addPointCallback(shape, pointCallback, this);
     action.addPostCallback(SoText2::getClassTypeId(), nodeCallback<&Traversal::drawText2>, this);
     action.addPostCallback(SoNode::getClassTypeId(), nodeCallback<&Traversal::finishNode>, this);
+    action.addPreCallback(SoImage::getClassTypeId(), skipPrimitives, nullptr);
     action.addPostCallback(SoImage::getClassTypeId(), nodeCallback<&Traversal::drawImage>, this);
 }
 
@@ -170,7 +177,6 @@ void SoVectorizeAction::Traversal::readShape() {
     s.pointSize = action.getPointSize();
 
     const SoNode *node = action.getCurPathTail();
-    s.isImage = node && node->isOfType(SoImage::getClassTypeId());
     s.quadRow = 0;
     const auto binding = action.getMaterialBinding();
     if (node && node->isOfType(SoQuadMesh::getClassTypeId()) &&
@@ -307,7 +313,7 @@ void SoVectorizeAction::Traversal::drawTriangle(const SoPrimitiveVertex *const v
     const Shape *shape = visibleShape();
     std::array<SbVec4f, 3> points;
     std::array<SbColor, 3> colors;
-    if (shape && !shape->isImage && colorTriangle(vertices, points.data(), colors.data()))
+    if (shape && colorTriangle(vertices, points.data(), colors.data()))
         emitPolygon(m_clipper.polygon(points, colors, shape->nearLimit));
 }
 

@@ -36,7 +36,6 @@ private:
         int drawStyle;
         float lineWidth, pointSize;
         unsigned short linePattern;
-        bool isImage; ///< its triangles only serve picking
         bool isLit;
         int quadRow; ///< vertices in a row of a quad mesh with a material per face, else 0
         /// The materials: one transparency for all, or null colours where the toolkit must be asked for each.
@@ -49,6 +48,7 @@ private:
 
     template <auto Member>
     static SoCallbackAction::Response nodeCallback(void *self, SoCallbackAction *action, const SoNode *node);
+    static SoCallbackAction::Response skipPrimitives(void *, SoCallbackAction *, const SoNode *);
     static void triangleCallback(void *self, SoCallbackAction *action, const SoPrimitiveVertex *v0,
                                  const SoPrimitiveVertex *v1, const SoPrimitiveVertex *v2);
     static void lineCallback(void *self, SoCallbackAction *action, const SoPrimitiveVertex *v0,

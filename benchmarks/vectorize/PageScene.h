@@ -49,8 +49,7 @@ inline Mesh make(int numTriangles) {
     const int s = mesh.side = static_cast<int>(std::lround(std::sqrt(numTriangles / 2.0)));
     for (int j = 0; j <= s; ++j)
         for (int i = 0; i <= s; ++i)
-            mesh.nodes.push_back(
-                nodeAt(static_cast<double>(i) / s - 0.5, static_cast<double>(j) / s - 0.5));
+            mesh.nodes.push_back(nodeAt(static_cast<double>(i) / s - 0.5, static_cast<double>(j) / s - 0.5));
     for (int j = 0; j < s; ++j)
         for (int i = 0; i < s; ++i) {
             const int a = j * (s + 1) + i, b = a + 1, d = a + s + 1, c = d + 1;

@@ -1,6 +1,7 @@
-// Pages of 10 thousand to a million triangles. The growth that is fitted over the sizes is printed behind each
-// family; the counters give triangles per second and bytes per triangle. With gl2ps on the machine its pages
-// of the same triangles follow, and the ratios at the end: how many times faster, how many times smaller.
+// Pages of 10 thousand to a million triangles. The growth that is fitted over the sizes is printed behind
+// each family; the counters give triangles per second and bytes per triangle. With gl2ps on the machine its
+// pages of the same triangles follow, and the ratios at the end: how many times faster, how many times
+// smaller.
 
 #include "PageScene.h"
 
@@ -190,7 +191,8 @@ void family(const std::string &kind, Function function, std::initializer_list<in
 
 void registerOravane(const std::string &kind, SoVectorizeAction::HLHSRMode mode, bool asQuads,
                      std::initializer_list<int> sizes) {
-    family(kind, [=](benchmark::State &state) { oravanePage(state, kind, mode, asQuads); }, sizes);
+    family(
+        kind, [=](benchmark::State &state) { oravanePage(state, kind, mode, asQuads); }, sizes);
 }
 
 void registerAll() {
@@ -202,7 +204,8 @@ void registerAll() {
     registerOravane("oravane/full-sort", SoVectorizeAction::HLHSR_FULL_SORT, false, few);
 #ifdef HAVE_GL2PS
     const auto peer = [](const std::string &kind, int sort, bool isFlat, std::initializer_list<int> sizes) {
-        family(kind, [=](benchmark::State &state) { gl2psPage(state, kind, sort, isFlat); }, sizes);
+        family(
+            kind, [=](benchmark::State &state) { gl2psPage(state, kind, sort, isFlat); }, sizes);
     };
     peer("gl2ps/no-sort", GL2PS_NO_SORT, false, all);
     peer("gl2ps/simple-sort", GL2PS_SIMPLE_SORT, false, all);
