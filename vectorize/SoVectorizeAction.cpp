@@ -130,6 +130,8 @@ void SoVectorizeAction::beginPage(const SbVec2f &start, const SbVec2f &size, Dim
 }
 
 void SoVectorizeAction::endPage() {
+    if (!m_pageMode)
+        return;
     writeFooter();
     m_pageMode = 0;
     m_headerPending = 1;
@@ -138,8 +140,7 @@ void SoVectorizeAction::endPage() {
 }
 
 void SoVectorizeAction::closePage() {
-    if (m_pageMode)
-        endPage();
+    endPage();
 }
 
 // ------------------------------------------------------------------------------------------------ settings

@@ -380,6 +380,14 @@ void SoVectorizeAction::Traversal::sendMarks(SoMarkerSet *markerSet) {
 }
 
 void SoVectorizeAction::Traversal::drawText2(const SoNode *node) {
+    const auto &text = *static_cast<const SoText2 *>(node);
+    drawText(text.string, text.spacing.getValue(), text.justification.getValue(), m_callback->getFontSize(),
+             0);
+}
+
+/// Draws strings at the origin of the node's space; they are kept or dropped as a whole.
+void SoVectorizeAction::Traversal::drawText(const SoMFString &strings, float spacing, int justification,
+                                            float size, float angle) {
     const Shape *shape = visibleShape();
     if (!shape)
         return;
@@ -387,17 +395,14 @@ void SoVectorizeAction::Traversal::drawText2(const SoNode *node) {
     SbVec4f point = transformed(shape->modelToClip, kOrigin);
     if (color.isTransparent || !oravane::PageClipper::point(point, shape->nearLimit, true))
         return;
-    const auto &text = *static_cast<const SoText2 *>(node);
     const char *font = m_callback->getFontName().getString();
-    const float size = m_callback->getFontSize();
-    const int count = text.string.getNum();
-    const SbString *strings = text.string.getValues(0);
+    const int count = strings.getNum();
     if (m_store)
-        m_store->storeText2D(point, color.color, font, size, count, strings, text.spacing.getValue(),
-                             text.justification.getValue(), 0);
+        m_store->storeText2D(point, color.color, font, size, count, strings.getValues(0), spacing,
+                             justification, angle);
     else
-        m_action.printTextLines(*project(&point, 1), color.color, font, size, count, strings,
-                                text.spacing.getValue(), text.justification.getValue(), 0);
+        m_action.printTextLines(*project(&point, 1), color.color, font, size, count, strings.getValues(0),
+                                spacing, justification, angle);
 }
 
 void SoVectorizeAction::Traversal::drawImage(const SoNode *node) {

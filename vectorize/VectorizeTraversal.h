@@ -12,6 +12,7 @@
 
 #include <vector>
 
+class SoMFString;
 class SoPrimitiveVertex;
 
 ORAVANE_VECTORIZE_BEGIN
@@ -58,6 +59,7 @@ private:
     void fitCamera(const SoNode *node);
     void finishNode(const SoNode *node);
     void drawText2(const SoNode *node);
+    void drawText(const SoMFString &strings, float spacing, int justification, float size, float angle);
     void drawImage(const SoNode *node);
     void drawTriangle(const SoPrimitiveVertex *const vertices[3]);
     void drawLineSegment(const SoPrimitiveVertex &from, const SoPrimitiveVertex &to);

@@ -1,8 +1,10 @@
 #include "vectorize/PageFixture.h"
 #include "vectorize/RecordingAction.h"
 
+#include <Inventor/SoPath.h>
 #include <Inventor/actions/SoAction.h>
 #include <Inventor/elements/SoViewportRegionElement.h>
+#include <Inventor/lists/SoPathList.h>
 #include <Inventor/nodes/SoCallback.h>
 #include <Inventor/nodes/SoCoordinate3.h>
 
@@ -42,10 +44,31 @@ TEST(SoVectorizeAction, FrameOfPages) {
     action.endPage();
     EXPECT_EQ(action.frame, "HGCBGCBF");
     action.forget();
+    action.endPage();
     action.apply(static_cast<SoNode *>(nullptr));
     EXPECT_EQ(action.frame, "HGBF");
     action.beginPage(SbVec2f(1, 2), SbVec2f(20, 30), Action::MILLIMETER);
     EXPECT_FLOAT_EQ(action.getOffsetX(), 11) << "the page's origin and the start position";
+}
+
+TEST(SoVectorizeAction, PathsAndPathListsDrawTheirPart) {
+    const Scene scene(view(kPlain + kCorners + "FaceSet { } LineSet { } PointSet { }"));
+    auto *root = static_cast<SoSeparator *>(static_cast<SoNode *>(scene));
+    const auto pathTo = [&](int child) {
+        auto *path = new SoPath(root);
+        path->append(child);
+        return path;
+    };
+    SoPathList paths;
+    paths.append(pathTo(3));
+    paths.append(pathTo(5));
+    RecordingAction action;
+    action.apply(paths);
+    EXPECT_EQ(action.kinds(), "polygon marks ");
+    action.forget();
+    action.apply(paths[1]);
+    EXPECT_EQ(action.kinds(), "marks ");
+    EXPECT_EQ(action.frame, "HGCBF");
 }
 
 TEST(SoVectorizeAction, SettingsKeepTheirMeaningInAllUnits) {

@@ -235,10 +235,11 @@ TEST(SoVectorizePSAction, StringsStayWellFormed) {
         {"\xC3\xA9 %", "(\xC3\xA9 %)"},
         {"", "()"},
     };
-    for (const auto &[string, literal] : cases) {
+    for (const auto &entry : cases) {
+        const char *const string = entry.first;
         const std::string text = driver.written(
             [&] { driver.printText2(SbVec4f(1, 2, 0, 1), SbColor(1, 0, 0), "Times", 10, string, 1, 0); });
-        EXPECT_EQ(text, std::string("1 0 0 gc\n/Times findfont 3.53 scalefont setfont\n") + literal +
+        EXPECT_EQ(text, std::string("1 0 0 gc\n/Times findfont 3.53 scalefont setfont\n") + entry.second +
                             " 0.00 1.00 2.00 ltx\n");
         EXPECT_EQ(complaints(driver.page()), "") << string;
     }
@@ -379,25 +380,30 @@ TEST(SoVectorizePSAction, PagesRunThroughGhostscript) {
 
 TEST(SoVectorizePSAction, SeveralDrawingsOnAPage) {
     const Scene scene(withCamera(kEverything));
-    const TemporaryFile file;
-    {
-        SoVectorizePSAction action;
-        action.getOutput()->openFile(file.name());
-        action.setDrawingDimensions(80, 80, SoVectorizeAction::MILLIMETER);
-        action.setBackgroundColor(1);
-        action.beginPage(SbVec2f(10, 10), SbVec2f(190, 277), SoVectorizeAction::MILLIMETER);
-        action.apply(scene);
-        action.setStartPosition(100, 100, SoVectorizeAction::MILLIMETER);
-        action.apply(scene);
-    } // the destructor ends the page and closes the file
-    const std::string page = readFile(file.path());
-    EXPECT_EQ(count(page, "%!PS"), 1);
-    EXPECT_EQ(count(page, "showpage"), 1);
-    EXPECT_EQ(count(page, "gsave\n10.00 10.00 translate\n"), 1);
-    EXPECT_EQ(count(page, "gsave\n100.00 100.00 translate\n"), 1);
-    EXPECT_EQ(count(page, "clip\n0.71 ep\n"), 2) << "borders";
-    EXPECT_EQ(count(bodyOf(page), "gsave"), count(bodyOf(page), "grestore"));
-    EXPECT_EQ(complaints(page), "");
+    for (const float border : {2.0f, 0.0f}) {
+        const TemporaryFile file;
+        {
+            SoVectorizePSAction action;
+            action.getOutput()->openFile(file.name());
+            action.setDrawingDimensions(80, 80, SoVectorizeAction::MILLIMETER);
+            action.setBackgroundColor(1);
+            action.setBorder(border);
+            action.beginPage(SbVec2f(10, 10), SbVec2f(190, 277), SoVectorizeAction::MILLIMETER);
+            action.apply(scene);
+            action.apply(static_cast<SoNode *>(nullptr));
+            action.setStartPosition(100, 100, SoVectorizeAction::MILLIMETER);
+            action.apply(scene);
+        } // the destructor ends the page and closes the file
+        const std::string page = readFile(file.path());
+        EXPECT_EQ(count(page, "%!PS"), 1);
+        EXPECT_EQ(count(page, "showpage"), 1);
+        EXPECT_EQ(count(page, "gsave\n10.00 10.00 translate\n"), 2);
+        EXPECT_EQ(count(page, "gsave\n100.00 100.00 translate\n"), 1);
+        EXPECT_EQ(count(page, "clip\n0.71 ep\n"), border > 0 ? 3 : 0);
+        EXPECT_EQ(count(bodyOf(page), "gsave"), count(bodyOf(page), "grestore"))
+            << "each drawing ends in the state that it began in";
+        EXPECT_EQ(complaints(page), "");
+    }
 }
 
 /// A comma locale, made on the spot when the machine has the sources of locales; else nothing changes.
