@@ -79,7 +79,9 @@ bool isFinite(std::span<const SbVec4f> points) {
 }
 
 bool isMulticolor(std::span<const SbColor> colors) {
-    return std::ranges::any_of(colors, [&](const SbColor &c) { return c != colors[0]; });
+    return std::ranges::any_of(colors, [&](const SbColor &c) {
+        return c[0] != colors[0][0] || c[1] != colors[0][1] || c[2] != colors[0][2];
+    });
 }
 
 void ColoredPoints::clear() {

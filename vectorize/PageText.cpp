@@ -1,84 +1,131 @@
 #include "vectorize/PageText.h"
 
+#include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 
 namespace oravane {
 
 namespace {
 
 constexpr char kHexDigits[] = "0123456789ABCDEF";
+constexpr std::size_t kLongestFast = 24; ///< characters of a number that is written digit by digit
 
-/// Writes the digits of `value` so that they end before `end`; at least `least` of them.
-char *digitsBackward(char *end, unsigned long long value, int least) {
-    for (; value > 0 || least > 0; value /= 10, --least)
-        *--end = static_cast<char>('0' + value % 10);
-    return end;
+// A float times 100 fits a double without rounding. Below this limit the sum with 2^52 rounds it to an
+// integer, half to even as printf does, and leaves that integer in the low bits.
+constexpr double kFastLimit = 0x1p51;
+constexpr double kRounder = 0x1p52;
+
+struct Hundredths {
+    std::uint64_t value;
+    bool isNegative;
+    bool isFast;
+};
+
+Hundredths hundredthsOf(float value) {
+    const double magnitude = std::fabs(static_cast<double>(value)) * 100.0;
+    const bool isFast = magnitude < kFastLimit;
+    const double sum = (isFast ? magnitude : 0.0) + kRounder;
+    return {std::bit_cast<std::uint64_t>(sum) - std::bit_cast<std::uint64_t>(kRounder), std::signbit(value),
+            isFast};
 }
 
-// A float times 100 fits a double without rounding, so the rounding to an integer, half to even, is the only
-// one, as it is in printf.
-constexpr double kLargestHundredfold = 9e15;
+char *putInteger(char *at, std::uint64_t value) {
+    char digits[kLongestFast];
+    char *const end = digits + sizeof digits;
+    char *begin = end;
+    do {
+        *--begin = static_cast<char>('0' + value % 10);
+        value /= 10;
+    } while (value > 0);
+    return std::copy(begin, end, at);
+}
+
+char *putUnits(char *at, const Hundredths &h) {
+    if (h.isNegative)
+        *at++ = '-';
+    return putInteger(at, h.value / 100);
+}
 
 } // namespace
 
+/// Space for `length` more characters.
+char *PageText::room(std::size_t length) {
+    if (m_size + length > m_capacity) {
+        m_capacity = std::max(2 * m_capacity, m_size + length + 256);
+        std::unique_ptr<char[]> larger(new char[m_capacity]);
+        std::copy_n(m_text.get(), m_size, larger.get());
+        m_text = std::move(larger);
+    }
+    return m_text.get() + m_size;
+}
+
 PageText &PageText::operator<<(std::string_view text) {
-    m_text.append(text);
+    std::copy(text.begin(), text.end(), room(text.size()));
+    m_size += text.size();
     return *this;
 }
 
 PageText &PageText::operator<<(int value) {
-    char buffer[16];
-    const auto end = std::to_chars(buffer, buffer + sizeof buffer, value).ptr;
-    m_text.append(buffer, end);
+    char *begin = room(kLongestFast);
+    m_size += std::to_chars(begin, begin + kLongestFast, value).ptr - begin;
     return *this;
 }
 
 PageText &PageText::fixed2(float value) {
-    const double hundredfold = static_cast<double>(value) * 100.0;
-    if (!(std::fabs(hundredfold) < kLargestHundredfold))
+    const Hundredths h = hundredthsOf(value);
+    if (!h.isFast)
         return fixed(value, 2);
-    const auto rounded = static_cast<unsigned long long>(std::nearbyint(std::fabs(hundredfold)));
-    char buffer[32];
-    char *const end = buffer + sizeof buffer;
-    char *begin = digitsBackward(end, rounded % 100, 2);
-    *--begin = '.';
-    begin = digitsBackward(begin, rounded / 100, 1);
-    if (std::signbit(value))
-        *--begin = '-';
-    m_text.append(begin, end);
+    char *const begin = room(kLongestFast);
+    char *at = putUnits(begin, h);
+    const unsigned fraction = h.value % 100;
+    *at++ = '.';
+    *at++ = static_cast<char>('0' + fraction / 10);
+    *at++ = static_cast<char>('0' + fraction % 10);
+    m_size += at - begin;
     return *this;
 }
 
 int PageText::shortFixed2(float value) {
-    const std::size_t start = m_text.size();
-    fixed2(value);
-    const auto length = static_cast<int>(m_text.size() - start);
-    while (m_text.back() == '0')
-        m_text.pop_back();
-    if (m_text.back() == '.')
-        m_text.pop_back();
+    const Hundredths h = hundredthsOf(value);
+    const std::size_t start = m_size;
+    if (!h.isFast) {
+        fixed(value, 2); // a whole number: only floats without a fraction are that large
+        m_size -= 3;
+        return static_cast<int>(m_size - start) + 3;
+    }
+    char *const begin = room(kLongestFast);
+    char *at = putUnits(begin, h);
+    const int length = static_cast<int>(at - begin) + 3;
+    if (const unsigned fraction = h.value % 100) {
+        *at++ = '.';
+        *at++ = static_cast<char>('0' + fraction / 10);
+        if (fraction % 10 != 0)
+            *at++ = static_cast<char>('0' + fraction % 10);
+    }
+    m_size += at - begin;
     return length;
 }
 
 PageText &PageText::fixed(double value, int digits) {
-    char buffer[512];
+    constexpr std::size_t kLongest = 400; // the largest double has 309 digits before the point
+    char *begin = room(kLongest);
     const double finite = std::isfinite(value) ? value : 0.0;
-    const auto end =
-        std::to_chars(buffer, buffer + sizeof buffer, finite, std::chars_format::fixed, digits).ptr;
-    m_text.append(buffer, end);
+    m_size += std::to_chars(begin, begin + kLongest, finite, std::chars_format::fixed, digits).ptr - begin;
     return *this;
 }
 
 PageText &PageText::hexByte(unsigned char byte) {
-    m_text += kHexDigits[byte >> 4];
-    m_text += kHexDigits[byte & 15];
-    return *this;
+    return hex(byte, 2);
 }
 
 PageText &PageText::hex(unsigned value, int width) {
+    char *at = room(width);
     for (int shift = 4 * (width - 1); shift >= 0; shift -= 4)
-        m_text += kHexDigits[value >> shift & 15];
+        *at++ = kHexDigits[value >> shift & 15];
+    m_size += width;
     return *this;
 }
 

@@ -1,13 +1,16 @@
 #ifndef ORAVANE_PAGETEXT_H
 #define ORAVANE_PAGETEXT_H
 
+#include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace oravane {
 
 /// Text of a page file, built from strings and numbers. Numbers have the form that printf gives them in the
-/// "C" locale, whatever the locale of the program is; what is not finite is written as 0.
+/// "C" locale, whatever the locale of the program is; what is not finite is written as 0. A page is millions
+/// of numbers: they are put into the buffer digit by digit.
 class PageText {
 public:
     PageText &operator<<(std::string_view text);
@@ -18,21 +21,22 @@ public:
     PageText &fixed2(double value) { return fixed(value, 2); }
     /// "%.<digits>f", digits from 0 to 9.
     PageText &fixed(double value, int digits);
-    /// Two lower-case or upper-case hexadecimal digits of a byte, taken from `digits` (16 characters).
+    /// Two upper-case hexadecimal digits of a byte.
     PageText &hexByte(unsigned char byte);
-    /// "%06X" (or another width) of `value`.
+    /// `width` upper-case hexadecimal digits of `value`.
     PageText &hex(unsigned value, int width);
 
     /// "%.2f" in the short form that `shortenNumbers` would leave of it. Returns the length of the long form.
     int shortFixed2(float value);
 
-    std::string_view view() const { return m_text; }
-    bool empty() const { return m_text.empty(); }
-    void clear() { m_text.clear(); }
-    void pop() { m_text.pop_back(); }
+    std::string_view view() const { return {m_text.get(), m_size}; }
+    void clear() { m_size = 0; }
 
 private:
-    std::string m_text;
+    char *room(std::size_t length);
+
+    std::unique_ptr<char[]> m_text;
+    std::size_t m_size = 0, m_capacity = 0;
 };
 
 /// Shortens a line without changing a value: zeros at the end of the fraction of a number go, a point left

@@ -130,6 +130,8 @@ void SoVectorizeAction::beginPage(const SbVec2f &start, const SbVec2f &size, Dim
 }
 
 void SoVectorizeAction::endPage() {
+    if (!m_pageMode)
+        return;
     writeFooter();
     m_pageMode = 0;
     m_headerPending = 1;
@@ -138,8 +140,7 @@ void SoVectorizeAction::endPage() {
 }
 
 void SoVectorizeAction::closePage() {
-    if (m_pageMode)
-        endPage();
+    endPage();
 }
 
 // ------------------------------------------------------------------------------------------------ settings
@@ -377,10 +378,12 @@ void SoVectorizeAction::projectPoints(SbVec4f *points, int n) const {
 }
 
 SbColor SoVectorizeAction::translateColor(const SbColor &color) const {
-    const SbColor black(0, 0, 0), white(1, 1, 1);
+    const auto isGrey = [&](float level) {
+        return color[0] == level && color[1] == level && color[2] == level;
+    };
     switch (m_colorTranslation) {
     case SWAP_BLACK_WHITE:
-        return color == black ? white : color == white ? black : color;
+        return isGrey(0) ? SbColor(1, 1, 1) : isGrey(1) ? SbColor(0, 0, 0) : color;
     case COMPLEMENT_COLORS:
         return SbColor(1 - color[0], 1 - color[1], 1 - color[2]);
     default:
@@ -443,7 +446,7 @@ void SoVectorizeAction::printPolyLine(const SbVec4f *points, int n, const SbColo
     text.fixed(width, kRealDigits) << " , pattern : ";
     text.hex(pattern, 4);
     if (!multicolor)
-        text << ", color = " << colors[0];
+        text << " , color = " << colors[0];
     text << ")\n";
     addPoints(text, points, n, colors, multicolor);
     print(text);

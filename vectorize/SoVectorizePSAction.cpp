@@ -148,8 +148,12 @@ void SoVectorizePSAction::printBorder() {
     float borderWidth;
     SbColor color;
     getBorder(&borderWidth, &color);
+    // A view leaves its clip open. Each drawing of a page must end in the state that it began in.
+    const bool clipIsOpen = isViewportKnown();
     if (borderWidth > 0) {
         const float width = getWidth(), height = getHeight();
+        if (!clipIsOpen)
+            text << "gsave\n";
         (text << "grestore\nnewpath\n0 0 moveto\n").fixed2(width) << " 0 lineto\n";
         text.fixed2(width) << " ";
         text.fixed(height, 6) << " lineto\n0 ";
@@ -160,6 +164,8 @@ void SoVectorizePSAction::printBorder() {
         std::array<SbColor, 5> colors;
         colors.fill(translateColor(color));
         printPolyLine(corners, 5, colors.data(), 0, borderWidth, kSolid);
+        text << "grestore\n";
+    } else if (clipIsOpen && isPageMode()) {
         text << "grestore\n";
     }
     if (isPageMode())

@@ -35,14 +35,18 @@ void PrimitiveMultiPoints::setPoints(int n, const SbVec4f *points, const SbColor
     m_averageZ = m_zMax = m_zMin = 0;
     if (count == 0)
         return;
-    m_zMax = m_zMin = points[0][2];
+    SbVec4f low = points[0], high = points[0];
     float sum = 0;
     for (const SbVec4f &p : m_points) {
-        m_zMax = std::max(m_zMax, p[2]);
-        m_zMin = std::min(m_zMin, p[2]);
+        for (int k = 0; k < 3; ++k) {
+            low[k] = std::min(low[k], p[k]);
+            high[k] = std::max(high[k], p[k]);
+        }
         sum += p[2];
-        m_box.extendBy(SbVec2f(p[0], p[1]));
     }
+    m_box.setBounds(low[0], low[1], high[0], high[1]);
+    m_zMin = low[2];
+    m_zMax = high[2];
     m_averageZ = sum / static_cast<float>(count);
 }
 

@@ -89,6 +89,12 @@ void SoVectorizeAction::Traversal::pointCallback(void *self, SoCallbackAction *a
     traversal->drawPoint(*v);
 }
 
+/// The toolkit would make two triangles of an image, and divides by zero when only one of its extents is set.
+SoCallbackAction::Response SoVectorizeAction::Traversal::skipPrimitives(void *, SoCallbackAction *,
+                                                                        const SoNode *) {
+    return SoCallbackAction::PRUNE;
+}
+
 void SoVectorizeAction::Traversal::registerCallbacks(SoCallbackAction &action) {
     const SoType shape = SoShape::getClassTypeId();
     action.addPreCallback(SoCamera::getClassTypeId(), nodeCallback<&Traversal::fitCamera>, this);
@@ -97,6 +103,7 @@ void SoVectorizeAction::Traversal::registerCallbacks(SoCallbackAction &action) {
     action.addPointCallback(shape, pointCallback, this);
     action.addPostCallback(SoText2::getClassTypeId(), nodeCallback<&Traversal::drawText2>, this);
     action.addPostCallback(SoNode::getClassTypeId(), nodeCallback<&Traversal::finishNode>, this);
+    action.addPreCallback(SoImage::getClassTypeId(), skipPrimitives, nullptr);
     action.addPostCallback(SoImage::getClassTypeId(), nodeCallback<&Traversal::drawImage>, this);
 }
 
@@ -170,16 +177,23 @@ void SoVectorizeAction::Traversal::readShape() {
     s.pointSize = action.getPointSize();
 
     const SoNode *node = action.getCurPathTail();
-    s.isImage = node && node->isOfType(SoImage::getClassTypeId());
     s.quadRow = 0;
     const auto binding = action.getMaterialBinding();
     if (node && node->isOfType(SoQuadMesh::getClassTypeId()) &&
         (binding == SoMaterialBinding::PER_FACE || binding == SoMaterialBinding::PER_FACE_INDEXED))
         s.quadRow = static_cast<const SoQuadMesh *>(node)->verticesPerRow.getValue();
-    s.numDiffuse = SoLazyElement::getInstance(action.getState())->getNumDiffuse();
+    readMaterials();
     s.isLit = m_action.isLightingEnabled() && action.getLightModel() == SoLightModel::PHONG;
     if (s.isLit)
         readLighting();
+}
+
+void SoVectorizeAction::Traversal::readMaterials() {
+    const SoLazyElement *materials = SoLazyElement::getInstance(m_callback->getState());
+    const bool isPlain = !materials->isPacked() && materials->getNumTransparencies() == 1;
+    m_shape.numDiffuse = materials->getNumDiffuse();
+    m_shape.diffuse = isPlain && m_shape.numDiffuse > 0 ? materials->getDiffusePointer() : nullptr;
+    m_shape.transparency = isPlain ? materials->getTransparencyPointer()[0] : 0.0f;
 }
 
 void SoVectorizeAction::Traversal::readLighting() {
@@ -246,6 +260,8 @@ int SoVectorizeAction::Traversal::materialIndex(const SoPrimitiveVertex &vertex)
 }
 
 SoVectorizeAction::Traversal::Color SoVectorizeAction::Traversal::colorOf(int index) {
+    if (m_shape.diffuse)
+        return {m_action.translateColor(m_shape.diffuse[index]), m_shape.transparency == 1.0f};
     SoState *state = m_callback->getState();
     return {m_action.translateColor(SoLazyElement::getDiffuse(state, index)),
             SoLazyElement::getTransparency(state, index) == 1.0f};
@@ -297,7 +313,7 @@ void SoVectorizeAction::Traversal::drawTriangle(const SoPrimitiveVertex *const v
     const Shape *shape = visibleShape();
     std::array<SbVec4f, 3> points;
     std::array<SbColor, 3> colors;
-    if (shape && !shape->isImage && colorTriangle(vertices, points.data(), colors.data()))
+    if (shape && colorTriangle(vertices, points.data(), colors.data()))
         emitPolygon(m_clipper.polygon(points, colors, shape->nearLimit));
 }
 
@@ -364,6 +380,14 @@ void SoVectorizeAction::Traversal::sendMarks(SoMarkerSet *markerSet) {
 }
 
 void SoVectorizeAction::Traversal::drawText2(const SoNode *node) {
+    const auto &text = *static_cast<const SoText2 *>(node);
+    drawText(text.string, text.spacing.getValue(), text.justification.getValue(), m_callback->getFontSize(),
+             0);
+}
+
+/// Draws strings at the origin of the node's space; they are kept or dropped as a whole.
+void SoVectorizeAction::Traversal::drawText(const SoMFString &strings, float spacing, int justification,
+                                            float size, float angle) {
     const Shape *shape = visibleShape();
     if (!shape)
         return;
@@ -371,17 +395,14 @@ void SoVectorizeAction::Traversal::drawText2(const SoNode *node) {
     SbVec4f point = transformed(shape->modelToClip, kOrigin);
     if (color.isTransparent || !oravane::PageClipper::point(point, shape->nearLimit, true))
         return;
-    const auto &text = *static_cast<const SoText2 *>(node);
     const char *font = m_callback->getFontName().getString();
-    const float size = m_callback->getFontSize();
-    const int count = text.string.getNum();
-    const SbString *strings = text.string.getValues(0);
+    const int count = strings.getNum();
     if (m_store)
-        m_store->storeText2D(point, color.color, font, size, count, strings, text.spacing.getValue(),
-                             text.justification.getValue(), 0);
+        m_store->storeText2D(point, color.color, font, size, count, strings.getValues(0), spacing,
+                             justification, angle);
     else
-        m_action.printTextLines(*project(&point, 1), color.color, font, size, count, strings,
-                                text.spacing.getValue(), text.justification.getValue(), 0);
+        m_action.printTextLines(*project(&point, 1), color.color, font, size, count, strings.getValues(0),
+                                spacing, justification, angle);
 }
 
 void SoVectorizeAction::Traversal::drawImage(const SoNode *node) {

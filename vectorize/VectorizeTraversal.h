@@ -12,6 +12,7 @@
 
 #include <vector>
 
+class SoMFString;
 class SoPrimitiveVertex;
 
 ORAVANE_VECTORIZE_BEGIN
@@ -36,16 +37,19 @@ private:
         int drawStyle;
         float lineWidth, pointSize;
         unsigned short linePattern;
-        bool isImage; ///< its triangles only serve picking
         bool isLit;
         int quadRow; ///< vertices in a row of a quad mesh with a material per face, else 0
+        /// The materials: one transparency for all, or null colours where the toolkit must be asked for each.
+        const SbColor *diffuse;
         int numDiffuse;
+        float transparency;
         oravane::LightEnvironment environment;
     };
     enum Pending { NOTHING, LINES, POINTS };
 
     template <auto Member>
     static SoCallbackAction::Response nodeCallback(void *self, SoCallbackAction *action, const SoNode *node);
+    static SoCallbackAction::Response skipPrimitives(void *, SoCallbackAction *, const SoNode *);
     static void triangleCallback(void *self, SoCallbackAction *action, const SoPrimitiveVertex *v0,
                                  const SoPrimitiveVertex *v1, const SoPrimitiveVertex *v2);
     static void lineCallback(void *self, SoCallbackAction *action, const SoPrimitiveVertex *v0,
@@ -55,6 +59,7 @@ private:
     void fitCamera(const SoNode *node);
     void finishNode(const SoNode *node);
     void drawText2(const SoNode *node);
+    void drawText(const SoMFString &strings, float spacing, int justification, float size, float angle);
     void drawImage(const SoNode *node);
     void drawTriangle(const SoPrimitiveVertex *const vertices[3]);
     void drawLineSegment(const SoPrimitiveVertex &from, const SoPrimitiveVertex &to);
@@ -62,6 +67,7 @@ private:
 
     const Shape *visibleShape();
     void readShape();
+    void readMaterials();
     void readLighting();
     void readLights();
     void enterView();

@@ -24,7 +24,7 @@ class SoVectorizeAction;
 /// without points. Without a batch open nothing is stored.
 class ORAVANE_API SoHLHSRVectorize {
 public:
-    enum HLHSRMode {
+    enum HLHSRMode : int {
         Z_SORT = 0,       ///< by the largest z of each primitive
         FULL_SORT = 1,    ///< then overlapping polygons are exchanged where their planes tell
         LINE_REMOVAL = 2, ///< as Z_SORT

@@ -45,15 +45,15 @@ class SoVectorOutput;
 /// coordinate that is not finite is left out.
 class ORAVANE_API SoVectorizeAction {
 public:
-    enum DimensionUnit { INCH = 0, MILLIMETER = 1, METER = 2 };
-    enum Orientation { PORTRAIT = 0, LANDSCAPE = 1 };
+    enum DimensionUnit : int { INCH = 0, MILLIMETER = 1, METER = 2 };
+    enum Orientation : int { PORTRAIT = 0, LANDSCAPE = 1 };
     /// What hides what on the page. HLHSR_NONE draws in the order of traversal; the others collect each view
     /// and draw it far to near, see `SoHLHSRVectorize`. HLHSR_LINE_REMOVAL sorts as HLHSR_Z_SORT does.
-    enum HLHSRMode { HLHSR_NONE = 0, HLHSR_Z_SORT = 1, HLHSR_FULL_SORT = 2, HLHSR_LINE_REMOVAL = 3 };
+    enum HLHSRMode : int { HLHSR_NONE = 0, HLHSR_Z_SORT = 1, HLHSR_FULL_SORT = 2, HLHSR_LINE_REMOVAL = 3 };
     /// Black and white exchanged (paper is white, screens are dark), colours kept, or 1 - c for each channel.
-    enum ColorTranslationMethod { SWAP_BLACK_WHITE = 0, KEEP_COLORS = 1, COMPLEMENT_COLORS = 2 };
-    enum EndLineStyle { BUTT_END = 0, SQUARE_END = 1, TRIANGULAR_END = 2, ROUND_END = 3 };
-    enum JoinLineStyle {
+    enum ColorTranslationMethod : int { SWAP_BLACK_WHITE = 0, KEEP_COLORS = 1, COMPLEMENT_COLORS = 2 };
+    enum EndLineStyle : int { BUTT_END = 0, SQUARE_END = 1, TRIANGULAR_END = 2, ROUND_END = 3 };
+    enum JoinLineStyle : int {
         NO_JOIN = 0,
         MITER_JOIN = 1,
         MITER_BEVEL_JOIN = 2,
@@ -74,6 +74,7 @@ public:
     /// Opens a page that takes the drawings of any number of `apply` calls: one header, written by the first
     /// of them, and one footer. `start` is the page's origin, `size` its extent.
     virtual void beginPage(const SbVec2f &start, const SbVec2f &size, DimensionUnit unit);
+    /// Nothing happens when no page is open.
     virtual void endPage();
 
     /// Extent of the drawing; 190 by 277 mm at first. Outside of a page also the extent of the page.
@@ -135,8 +136,8 @@ public:
     /// have their diffuse colours.
     virtual void enableLighting(int flag);
 
-    /// Calls `endPage` when a page is open. Drivers call `closePage` in their own destructor instead, as the
-    /// footer is theirs.
+    /// Ends an open page: each driver's own destructor does so with `closePage`, as the footer is the
+    /// driver's.
     virtual ~SoVectorizeAction();
 
 protected:

@@ -102,7 +102,7 @@ protected:
 /// A convex polygon.
 class ORAVANE_API PolyGon : public PrimitiveMultiPoints {
 public:
-    enum Style {
+    enum Style : int {
         FILLED = 0, ///< filled with the first point's colour
         LINES = 1,  ///< the polyline through its points
         POINTS = 2, ///< a mark at each point
