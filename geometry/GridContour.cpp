@@ -19,10 +19,10 @@ private:
     std::vector<std::int32_t> m_flags;
 };
 
-/// Calls `use(j)` for each j below `count` with `differs(j)` not 0. Mostly nothing differs: the test of a
-/// whole block is one that compilers turn into vector instructions.
-template <class Differs, class Use>
-void forEachDifference(int count, Differs differs, Use use) {
+/// Calls `meet(j)` for each j below `count` with `differs(j)` not 0. Mostly nothing differs: a block is
+/// passed by with one test.
+template <class Differs, class Meet>
+void forEachDifference(int count, Differs differs, Meet meet) {
     constexpr int block = 16;
     int j = 0;
     for (; j + block <= count; j += block) {
@@ -33,11 +33,11 @@ void forEachDifference(int count, Differs differs, Use use) {
             continue;
         for (int k = 0; k < block; ++k)
             if (differs(j + k) != 0)
-                use(j + k);
+                meet(j + k);
     }
     for (; j < count; ++j)
         if (differs(j) != 0)
-            use(j);
+            meet(j);
 }
 
 } // namespace
@@ -123,6 +123,17 @@ void GridContour::placeEdge(std::size_t a, std::size_t b, std::uint32_t first, A
     }
 }
 
+/// Lists the edges of a row that are crossed. Their values are far apart in memory that was read long ago:
+/// asked for all at once, they arrive while the first ones are worked on.
+template <class Differs>
+void GridContour::findCrossed(int count, Differs differs, const float *values) {
+    m_crossedEdges.clear();
+    forEachDifference(count, differs, [&](int j) {
+        __builtin_prefetch(values + j);
+        m_crossedEdges.push_back(j);
+    });
+}
+
 /// Meets all crossings, `put(number, level, point)`, and all rows of cells, `visit(row)`, each row after the
 /// crossings on its edges.
 template <class Positions, class Put, class Visit>
@@ -138,28 +149,30 @@ void GridContour::sweep(const Positions &positions, Put put, Visit visit) {
         else
             flags.setAllMissing();
         const std::size_t node = static_cast<std::size_t>(i) * numJ;
-        forEachDifference(
-            numJ - 1, [=](int j) { return (bands[j] ^ bands[j + 1]) & ~(before[j] & missing[j]); },
-            [&](int j) {
-                onFar[j] = m_columns[j];
-                m_columns[j] += std::abs(bands[j] - bands[j + 1]);
-                placeEdge(
-                    node + j, node + j + 1, onFar[j],
-                    [&](float va, float vb) { return positions.alongJ(i, j, va, vb); }, put);
-            });
+        const float *values = m_field.values + node;
+        findCrossed(
+            numJ - 1, [=](int j) { return (bands[j] ^ bands[j + 1]) & ~(before[j] & missing[j]); }, values);
+        for (const int j : m_crossedEdges) {
+            onFar[j] = m_columns[j];
+            m_columns[j] += std::abs(bands[j] - bands[j + 1]);
+            placeEdge(
+                node + j, node + j + 1, onFar[j],
+                [&](float va, float vb) { return positions.alongJ(i, j, va, vb); }, put);
+        }
         if (i > 0)
             visit(Row{i - 1, bandsOf(i - 1), bands, before, along.data(), onNear.data(), onFar.data()});
         if (i + 1 < numI) {
             const std::int32_t *far = bandsOf(i + 1);
-            forEachDifference(
+            findCrossed(
                 numJ, [=](int j) { return (bands[j] ^ far[j]) & ~(missing[j - 1] & missing[j]); },
-                [&](int j) {
-                    along[j] = next;
-                    next += std::abs(bands[j] - far[j]);
-                    placeEdge(
-                        node + j, node + numJ + j, along[j],
-                        [&](float va, float vb) { return positions.alongI(i, j, va, vb); }, put);
-                });
+                values + numJ);
+            for (const int j : m_crossedEdges) {
+                along[j] = next;
+                next += std::abs(bands[j] - far[j]);
+                placeEdge(
+                    node + j, node + numJ + j, along[j],
+                    [&](float va, float vb) { return positions.alongI(i, j, va, vb); }, put);
+            }
         }
         std::swap(flagsBefore, flags);
         std::swap(onNear, onFar);

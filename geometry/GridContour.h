@@ -66,6 +66,8 @@ private:
     void placeNodes(const Positions &positions, Ppoint3 *points) const;
     template <class Positions, class Put, class Visit>
     void sweep(const Positions &positions, Put put, Visit visit);
+    template <class Differs>
+    void findCrossed(int count, Differs differs, const float *values);
     template <class Along, class Put>
     void placeEdge(std::size_t a, std::size_t b, std::uint32_t first, Along along, Put put) const;
     void linkRow(const Row &row);
@@ -80,7 +82,8 @@ private:
     std::vector<std::int32_t> m_bands;
     std::uint64_t m_numAlongI = 0, m_numCrossings = 0;
     std::vector<std::uint32_t>
-        m_columns; ///< crossings of the edges (., j)-(., j + 1): how many, where to go on
+        m_columns;                   ///< crossings of the edges (., j)-(., j + 1): how many, where to go on
+    std::vector<int> m_crossedEdges; ///< of one row, by j
     std::vector<IsoCrossing> m_crossings;
     std::vector<std::uint32_t> m_border;
     std::vector<std::uint8_t> m_done; ///< cells that stand in a rectangle already
