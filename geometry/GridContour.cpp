@@ -6,19 +6,6 @@ namespace oravane {
 
 namespace {
 
-/// Flags of the cells of one row: -1 where the cell is missing, 0 where it exists. One more cell, a missing
-/// one, stands at each end, so that the edges of the border need no cases of their own.
-class CellFlags {
-public:
-    explicit CellFlags(int numJ) : m_flags(static_cast<std::size_t>(numJ) + 1, -1) {}
-    std::int32_t *data() { return m_flags.data() + 1; }
-    const std::int32_t *data() const { return m_flags.data() + 1; }
-    void setAllMissing() { std::fill(m_flags.begin(), m_flags.end(), -1); }
-
-private:
-    std::vector<std::int32_t> m_flags;
-};
-
 /// Calls `meet(j)` for each j below `count` with `differs(j)` not 0. Mostly nothing differs: a block is
 /// passed by with one test.
 template <class Differs, class Meet>
@@ -42,6 +29,19 @@ void forEachDifference(int count, Differs differs, Meet meet) {
 
 } // namespace
 
+/// Flags of the cells of one row: -1 where the cell is missing, 0 where it exists. One more cell, a missing
+/// one, stands at each end, so that the edges of the border need no cases of their own.
+class GridContour::CellFlags {
+public:
+    explicit CellFlags(int numJ) : m_flags(static_cast<std::size_t>(numJ) + 1, -1) {}
+    std::int32_t *data() { return m_flags.data() + 1; }
+    const std::int32_t *data() const { return m_flags.data() + 1; }
+    void setAllMissing() { std::fill(m_flags.begin(), m_flags.end(), -1); }
+
+private:
+    std::vector<std::int32_t> m_flags;
+};
+
 /// One row of cells, (i, 0) to (i, numJ - 2), with the numbers of the first crossings on its edges. A number
 /// is set only where the edge is crossed.
 struct GridContour::Row {
@@ -61,8 +61,13 @@ void GridContour::classify() {
     m_levels->classify({m_field.values, m_bands.size()}, m_bands.data());
 }
 
-void GridContour::findMissing(int i, std::int32_t *missing) const {
+void GridContour::findMissing(int i, CellFlags &flags) const {
+    if (i + 1 == m_field.numI) {
+        flags.setAllMissing();
+        return;
+    }
     const std::int32_t *near = bandsOf(i), *far = bandsOf(i + 1);
+    std::int32_t *missing = flags.data();
     for (int j = 0; j + 1 < m_field.numJ; ++j)
         missing[j] = (near[j] | near[j + 1] | far[j] | far[j + 1]) >> 31;
 }
@@ -74,10 +79,7 @@ void GridContour::count() {
     std::uint64_t alongI = 0, alongJ = 0;
     for (int i = 0; i < numI; ++i) {
         const std::int32_t *near = bandsOf(i), *before = flagsBefore.data(), *missing = flags.data();
-        if (i + 1 < numI)
-            findMissing(i, flags.data());
-        else
-            flags.setAllMissing();
+        findMissing(i, flags);
         for (int j = 0; j + 1 < numJ; ++j) {
             const std::uint32_t n = std::abs(near[j] - near[j + 1]) & ~(before[j] & missing[j]);
             m_columns[j] += n;
@@ -91,7 +93,6 @@ void GridContour::count() {
         }
         std::swap(flagsBefore, flags);
     }
-    m_numAlongI = alongI;
     m_numCrossings = alongI + alongJ;
     auto start = static_cast<std::uint32_t>(alongI);
     for (std::uint32_t &column : m_columns)
@@ -144,10 +145,7 @@ void GridContour::sweep(const Positions &positions, Put put, Visit visit) {
     std::uint32_t next = 0;
     for (int i = 0; i < numI; ++i) {
         const std::int32_t *bands = bandsOf(i), *before = flagsBefore.data(), *missing = flags.data();
-        if (i + 1 < numI)
-            findMissing(i, flags.data());
-        else
-            flags.setAllMissing();
+        findMissing(i, flags);
         const std::size_t node = static_cast<std::size_t>(i) * numJ;
         const float *values = m_field.values + node;
         findCrossed(
@@ -190,6 +188,7 @@ IsoCell GridContour::cellAt(const Row &row, int j) const {
 }
 
 void GridContour::linkCell(const Row &row, int j) {
+    // Not by cellAt: the values are not needed here, and reading them would cost more than all the rest.
     // The cell is the second one of the edges on its sides 0 and 3, the first one of those on 1 and 2.
     static constexpr int slot[4] = {1, 0, 0, 1};
     const std::int32_t bands[4] = {row.near[j], row.far[j], row.far[j + 1], row.near[j + 1]};
@@ -252,7 +251,7 @@ void GridContour::countCells(BandCounts &counts) const {
     const std::int32_t *missing = flags.data();
     std::uint64_t cells = 0, onSides = 0;
     for (int i = 0; i + 1 < m_field.numI; ++i) {
-        findMissing(i, flags.data());
+        findMissing(i, flags);
         const std::int32_t *near = bandsOf(i), *far = bandsOf(i + 1);
         for (int j = 0; j + 1 < m_field.numJ; ++j) {
             const int n = std::abs(near[j] - far[j]) + std::abs(far[j] - far[j + 1]) +
@@ -309,29 +308,6 @@ void GridContour::fillCell(const Row &row, int j, const Ppoint3 *crossings, Band
         [&faces](const CellCutter::Piece &piece) { faces.add(piece.points, piece.mean, piece.band); });
 }
 
-void GridContour::fillBands(const GridPositions &positions, Ppoint3 *points, BandFaces &faces) {
-    Ppoint3 *crossings = points + numNodes();
-    const auto put = [crossings](std::uint32_t number, std::int32_t, const Ppoint3 &point) {
-        crossings[number] = point;
-    };
-    const auto visit = [&](const Row &row) {
-        for (int j = 0; j + 1 < m_field.numJ; ++j) {
-            if (row.missing[j])
-                continue;
-            if (row.isCrossed(j))
-                fillCell(row, j, crossings, faces);
-            else
-                addRectangle(row.i, j, row.i + 1, j + 1, faces);
-        }
-    };
-    std::visit(
-        [&](const auto &p) {
-            placeNodes(p, points);
-            sweep(p, put, visit);
-        },
-        positions);
-}
-
 void GridContour::addMerged(int i0, int j0, BandFaces &faces) {
     const std::size_t rowLength = static_cast<std::size_t>(m_field.numJ) - 1;
     const auto isFree = [&](int i, int j) {
@@ -360,23 +336,25 @@ void GridContour::addMerged(int i0, int j0, BandFaces &faces) {
     addRectangle(i0, j0, bestI, bestJ, faces);
 }
 
-void GridContour::fillMergedBands(const GridPositions &positions, Ppoint3 *points, BandFaces &faces) {
-    Ppoint3 *crossings = points + numNodes();
-    if (numNodes() == 0)
-        return;
+void GridContour::fillBands(const GridPositions &positions, bool isMerging, Ppoint3 *points,
+                            BandFaces &faces) {
     const std::size_t rowLength = static_cast<std::size_t>(m_field.numJ) - 1;
-    m_done.assign(rowLength * (m_field.numI - 1), 0);
+    if (isMerging && numNodes() > 0)
+        m_done.assign(rowLength * (m_field.numI - 1), 0);
+    Ppoint3 *crossings = points + numNodes();
     const auto put = [crossings](std::uint32_t number, std::int32_t, const Ppoint3 &point) {
         crossings[number] = point;
     };
     const auto visit = [&](const Row &row) {
         for (int j = 0; j + 1 < m_field.numJ; ++j) {
-            if (row.missing[j] || m_done[row.i * rowLength + j])
+            if (row.missing[j] || (isMerging && m_done[row.i * rowLength + j]))
                 continue;
             if (row.isCrossed(j))
                 fillCell(row, j, crossings, faces);
-            else
+            else if (isMerging)
                 addMerged(row.i, j, faces);
+            else
+                addRectangle(row.i, j, row.i + 1, j + 1, faces);
         }
     };
     std::visit(

@@ -137,10 +137,7 @@ Bands gridBands(GridContour &engine, const ContourCase &field, const Grid &grid,
     result.counts = engine.countBands(fieldOn(grid, field), levels);
     result.resize();
     BandFaces faces(result.table, result.indices.data(), result.bands.data());
-    if (merged)
-        engine.fillMergedBands(grid.positions, result.points.data(), faces);
-    else
-        engine.fillBands(grid.positions, result.points.data(), faces);
+    engine.fillBands(grid.positions, merged, result.points.data(), faces);
     result.trim(faces);
     return result;
 }
@@ -336,7 +333,7 @@ TEST(BandFaces, TakesOutPiecesOfBandsThatAreNotDrawn) {
     std::vector<Ppoint3> points(counts.points);
     std::vector<std::int32_t> indices(counts.indices), bands(counts.pieces);
     BandFaces faces(table, indices.data(), bands.data());
-    engine.fillBands(grid.positions, points.data(), faces);
+    engine.fillBands(grid.positions, false, points.data(), faces);
     faces.keepOnly([](int band) { return band != 1; });
     EXPECT_EQ(faces.numPieces(), counts.pieces - 9 * 3) << "two columns of halves and one of whole cells";
     EXPECT_EQ(faces.numIndices(), faces.numPieces() * 5);
