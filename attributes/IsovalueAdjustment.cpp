@@ -1,5 +1,7 @@
 #include "attributes/IsovalueAdjustment.h"
 
+#include "attributes/SortedSearch.h"
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -94,7 +96,7 @@ void findNeighbours(const NodeValues &values, std::vector<Level> &levels) {
     std::vector<Interval> intervals(levels.size() + 1); // [i]: the field values between levels i - 1 and i
     for (const std::span<const float> part : values.parts)
         for (const float value : part) {
-            const std::size_t i = std::lower_bound(bounds.begin(), bounds.end(), value) - bounds.begin();
+            const std::size_t i = firstNotBelow(bounds, value);
             if ((i < bounds.size() && bounds[i] == value) || std::isnan(value))
                 continue;
             intervals[i].low = std::min(intervals[i].low, value);

@@ -2,6 +2,7 @@
 
 #include "attributes/ColorEach.h"
 #include "attributes/SelectionOrder.h"
+#include "attributes/SortedSearch.h"
 
 #include <oravane/PiColorConverter.h>
 
@@ -92,7 +93,7 @@ const SbColor *PbNonLinearDataMapping2::interpolatedColor(float value, float &tr
     }
     int upper = last;
     if (!(value >= values[last])) // not-a-number goes to the first interval
-        upper = std::max<int>(std::lower_bound(values.begin(), values.end(), value) - values.begin(), 1);
+        upper = std::max(static_cast<int>(oravane::firstNotBelow(values, value)), 1);
     const int lower = upper - 1;
     colorInterpolation(colors[lower], values[lower], transparencies[lower], colors[upper], values[upper],
                        transparencies[upper], value, m_color, transparency);
@@ -105,8 +106,7 @@ const SbColor *PbNonLinearDataMapping2::computeColor(float value, float &transpa
         return color;
     if (m_table.type == LINEAR_PER_LEVEL)
         return interpolatedColor(value, transparency);
-    const std::vector<float> &values = m_table.values;
-    const std::size_t level = std::upper_bound(values.begin(), values.end(), value) - values.begin();
+    const std::size_t level = oravane::firstAbove(m_table.values, value);
     transparency = m_table.transparencies[level];
     return &m_table.colors[level];
 }

@@ -1,13 +1,19 @@
 #include "core/ClassTable.h"
 
 #include <oravane/PoBase.h>
+#include <oravane/PoDataMapping.h>
 #include <oravane/PoDataMappingElement.h>
 #include <oravane/PoDebugError.h>
 #include <oravane/PoDomain.h>
 #include <oravane/PoDomainElement.h>
+#include <oravane/PoIsovaluesList.h>
 #include <oravane/PoIsovaluesListElement.h>
 #include <oravane/PoKestrava.h>
+#include <oravane/PoLinearDataMapping.h>
 #include <oravane/PoMeshElement.h>
+#include <oravane/PoMeshFilled.h>
+#include <oravane/PoNonLinearDataMapping.h>
+#include <oravane/PoNonLinearDataMapping2.h>
 #include <oravane/PoParallelogram.h>
 #include <oravane/PoParallelogram3.h>
 #include <oravane/PoRectangle.h>
@@ -32,6 +38,9 @@ const ClassInitializer graphicsKits[] = {
 
 const ClassInitializer dataKits[] = {
     &PoVolundra::initClass,
+    &PoMesh::initClass,
+    &PoMesh2D::initClass,
+    &PoMeshFilled::initClass,
 };
 
 const ClassInitializer stateElements[] = {
@@ -44,6 +53,11 @@ const ClassInitializer stateElements[] = {
 const ClassInitializer attributeNodes[] = {
     &PoNode::initClass,
     &PoDomain::initClass,
+    &PoIsovaluesList::initClass,
+    &PoDataMapping::initClass,
+    &PoLinearDataMapping::initClass,
+    &PoNonLinearDataMapping::initClass,
+    &PoNonLinearDataMapping2::initClass,
 };
 
 } // namespace

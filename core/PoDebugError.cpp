@@ -44,7 +44,10 @@ void PoDebugError::report(Severity severity, const char *methodName, const char 
     std::vsnprintf(message.data(), message.size() + 1, format, arguments);
     PoDebugError error;
     error.setDebugString((std::string(prefixes[severity]) + methodName + "():" + message).c_str());
-    error.handleError();
+    // Not through handleError(), which calls the handler of SoError whatever getHandler says.
+    void *data = nullptr;
+    if (SoErrorCB *handler = error.getHandler(data))
+        handler(&error, data);
 }
 
 void PoDebugError::post(const char *methodName, const char *format, ...) {

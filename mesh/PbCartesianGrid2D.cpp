@@ -7,8 +7,8 @@
 using oravane::ValueRange;
 
 PbCartesianGrid2D::PbCartesianGrid2D(int isDataDuplicate)
-    : PbGrid2D(isDataDuplicate), m_x(isDataDuplicate != 0), m_y(isDataDuplicate != 0),
-      m_quadrangleCell(this) {}
+    : PbGrid2D(isDataDuplicate), m_quadrangleCell(this), m_x(isDataDuplicate != 0),
+      m_y(isDataDuplicate != 0) {}
 
 PbCartesianGrid2D::PbCartesianGrid2D(int numX, int numY, const float *x, const float *y, int isDataDuplicate)
     : PbCartesianGrid2D(numX, numY, x, y, nullptr, isDataDuplicate) {}
@@ -20,7 +20,7 @@ PbCartesianGrid2D::PbCartesianGrid2D(int numX, int numY, const float *x, const f
 }
 
 PbCartesianGrid2D::PbCartesianGrid2D(const PbCartesianGrid2D &source, WithoutNodes)
-    : PbGrid2D(source), m_x(source.isDataDuplicate()), m_y(source.isDataDuplicate()), m_quadrangleCell(this) {
+    : PbGrid2D(source), m_quadrangleCell(this), m_x(source.isDataDuplicate()), m_y(source.isDataDuplicate()) {
 }
 
 PbCartesianGrid2D::PbCartesianGrid2D(const PbCartesianGrid2D &source)
@@ -68,18 +68,11 @@ SbVec2f PbCartesianGrid2D::getNodeXY(int i, int j) const {
     return SbVec2f(m_x[node], m_y[node]);
 }
 
-const PbQuadrangleCell *PbCartesianGrid2D::fillCell(int i, int j) const {
+const PbCell *PbCartesianGrid2D::fillCell(int i, int j) const {
     const int node = nodeIndex(i, j);
     m_quadrangleCell.set(cellIndex(i, j), m_x.data(), m_y.data(), getZcoord(), node, node + m_numY,
                          node + m_numY + 1, node + 1);
     return &m_quadrangleCell;
-}
-
-const PbCell *PbCartesianGrid2D::getCell(int index) const {
-    int i = 0;
-    int j = 0;
-    getCellIndices(index, i, j);
-    return i < 0 ? nullptr : fillCell(i, j);
 }
 
 namespace {

@@ -1,4 +1,6 @@
 #include <oravane/PbGrid2D.h>
+#include <oravane/PbPixelCell.h>
+#include <oravane/PbQuadrangleCell.h>
 
 #include "mesh/GridNodes.h"
 #include "mesh/ValueRange.h"
@@ -64,6 +66,35 @@ void PbGrid2D::getCellIndices(int index, int &i, int &j) const {
     const bool isInside = index >= 0 && index < m_numCells;
     i = isInside ? index / (m_numY - 1) : -1;
     j = isInside ? index % (m_numY - 1) : -1;
+}
+
+const PbCell *PbGrid2D::getCell(int index) const {
+    int i = 0;
+    int j = 0;
+    getCellIndices(index, i, j);
+    return i < 0 ? nullptr : fillCell(i, j);
+}
+
+const PbCell *PbGrid2D::fillRectangle(PbPixelCell &pixel, PbQuadrangleCell &quadrangle, int i, int j) const {
+    const SbVec2f low = getNodeXY(i, j);
+    const SbVec2f high = getNodeXY(i + 1, j + 1);
+    if (!getZcoord()) {
+        pixel.set(low[0], low[1], high[0], high[1], m_numY, i, j);
+        return &pixel;
+    }
+    const int node = nodeIndex(i, j);
+    quadrangle.set(low[0], low[1], high[0], high[1], getZcoord(), node, node + m_numY, node + m_numY + 1,
+                   node + 1);
+    return &quadrangle;
+}
+
+const PbCell *PbGrid2D::locateInCell(int i, int j, const SbVec3f &point, SbVec3f &pcoord) const {
+    if (!hasCell(i, j))
+        return nullptr;
+    const PbCell *cell = fillCell(i, j);
+    if (cell)
+        cell->locatePoint(point, 0, pcoord);
+    return cell;
 }
 
 SbVec3f PbGrid2D::getNodeCoord(int index) const {

@@ -1,5 +1,7 @@
 #include <oravane/PbMesh2D.h>
 
+#include "mesh/GridNodes.h"
+
 PbMesh2D::PbMesh2D(int isDataDuplicate) : PbMesh(isDataDuplicate), m_zCoord(isDataDuplicate != 0) {}
 
 SbBox2f PbMesh2D::getBoundingBox() const {
@@ -8,6 +10,10 @@ SbBox2f PbMesh2D::getBoundingBox() const {
     const SbVec3f &min = m_boundingBox.getMin();
     const SbVec3f &max = m_boundingBox.getMax();
     return SbBox2f(min[0], min[1], max[0], max[1]);
+}
+
+void PbMesh2D::getNodesCoord(const float *z, SoMFVec3f &coords) const {
+    oravane::fillNodes(1, getNumNodes(), z, coords, [this](int, int node) { return getNodeCoord(node); });
 }
 
 void PbMesh2D::meshLines(PoMeshLines *) const {}

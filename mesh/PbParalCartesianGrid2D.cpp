@@ -2,7 +2,7 @@
 
 PbParalCartesianGrid2D::PbParalCartesianGrid2D(int isDataDuplicate)
     : PbCartesianGrid2D(isDataDuplicate), m_x(isDataDuplicate != 0), m_y(isDataDuplicate != 0),
-      m_pixelCell(this), m_quadrangleCell(this) {}
+      m_pixelCell(this) {}
 
 PbParalCartesianGrid2D::PbParalCartesianGrid2D(int numX, int numY, const float *x, const float *y,
                                                int isDataDuplicate)
@@ -15,8 +15,7 @@ PbParalCartesianGrid2D::PbParalCartesianGrid2D(int numX, int numY, const float *
 }
 
 PbParalCartesianGrid2D::PbParalCartesianGrid2D(const PbParalCartesianGrid2D &source)
-    : PbCartesianGrid2D(source, WithoutNodes()), m_x(source.m_x), m_y(source.m_y), m_pixelCell(this),
-      m_quadrangleCell(this) {}
+    : PbCartesianGrid2D(source, WithoutNodes()), m_x(source.m_x), m_y(source.m_y), m_pixelCell(this) {}
 
 PbParalCartesianGrid2D &PbParalCartesianGrid2D::operator=(const PbParalCartesianGrid2D &source) {
     if (this == &source)
@@ -49,35 +48,21 @@ SbVec2f PbParalCartesianGrid2D::getNodeXY(int i, int j) const {
 }
 
 const PbCell *PbParalCartesianGrid2D::fillCell(int i, int j) const {
-    if (!getZcoord()) {
-        m_pixelCell.set(m_x.data(), m_y.data(), m_numY, i, j);
-        return &m_pixelCell;
-    }
-    const int node = nodeIndex(i, j);
-    m_quadrangleCell.set(m_x[i], m_y[j], m_x[i + 1], m_y[j + 1], getZcoord(), node, node + m_numY,
-                         node + m_numY + 1, node + 1);
-    return &m_quadrangleCell;
+    return fillRectangle(m_pixelCell, m_quadrangleCell, i, j);
 }
 
-const PbCell *PbParalCartesianGrid2D::getCell(int index) const {
-    int i = 0;
-    int j = 0;
-    getCellIndices(index, i, j);
-    return i < 0 ? nullptr : fillCell(i, j);
-}
-
-const PbCell *PbParalCartesianGrid2D::findContainingCell(const SbVec3f &point, float tolerance,
-                                                         SbVec3f &pcoord) {
+const PbCell *PbParalCartesianGrid2D::findContainingCell(const SbVec3f &point, float, SbVec3f &pcoord) {
     const int i = getPositionInSortedArray(point[0], m_numX, m_x.data());
     const int j = getPositionInSortedArray(point[1], m_numY, m_y.data());
-    if (!hasCell(i, j))
-        return nullptr;
-    const PbCell *cell = fillCell(i, j);
-    cell->locatePoint(point, tolerance, pcoord);
-    return cell;
+    return locateInCell(i, j, point, pcoord);
 }
 
 const PbCell *PbParalCartesianGrid2D::findContainingCell(const SbVec3f &point, float tolerance,
                                                          SbVec3f &pcoord, const PbCell *) {
+    return findContainingCell(point, tolerance, pcoord);
+}
+
+const PbCell *PbParalCartesianGrid2D::findContainingCellProtected(const SbVec3f &point, float tolerance,
+                                                                  SbVec3f &pcoord, PbArrayOfInt &) {
     return findContainingCell(point, tolerance, pcoord);
 }

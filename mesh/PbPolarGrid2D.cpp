@@ -59,6 +59,6 @@ void PbPolarGrid2D::getNodesCoord(const float *z, SoMFVec3f &coords) const {
     oravane::fillNodes(m_numX, m_numY, z, coords, [&](int i, int j) { return directions[j] * m_radius[i]; });
 }
 
-const PbCell *PbPolarGrid2D::getCell(int) const {
+const PbCell *PbPolarGrid2D::fillCell(int, int) const {
     return nullptr;
 }

@@ -115,21 +115,7 @@ void PbRegularCartesianGrid2D::updateBoundingBox() {
 }
 
 const PbCell *PbRegularCartesianGrid2D::fillCell(int i, int j) const {
-    if (!getZcoord()) {
-        m_pixelCell.set(xOf(i), yOf(j), xOf(i + 1), yOf(j + 1), m_numY, i, j);
-        return &m_pixelCell;
-    }
-    const int node = nodeIndex(i, j);
-    m_quadrangleCell.set(xOf(i), yOf(j), xOf(i + 1), yOf(j + 1), getZcoord(), node, node + m_numY,
-                         node + m_numY + 1, node + 1);
-    return &m_quadrangleCell;
-}
-
-const PbCell *PbRegularCartesianGrid2D::getCell(int index) const {
-    int i = 0;
-    int j = 0;
-    getCellIndices(index, i, j);
-    return i < 0 ? nullptr : fillCell(i, j);
+    return fillRectangle(m_pixelCell, m_quadrangleCell, i, j);
 }
 
 namespace {
@@ -143,15 +129,10 @@ int intervalOf(float value, int num, float min, float max) {
 
 } // namespace
 
-const PbCell *PbRegularCartesianGrid2D::findContainingCell(const SbVec3f &point, float tolerance,
-                                                           SbVec3f &pcoord) {
+const PbCell *PbRegularCartesianGrid2D::findContainingCell(const SbVec3f &point, float, SbVec3f &pcoord) {
     const int i = intervalOf(point[0], m_numX, m_xmin, m_xmax);
     const int j = intervalOf(point[1], m_numY, m_ymin, m_ymax);
-    if (!hasCell(i, j))
-        return nullptr;
-    const PbCell *cell = fillCell(i, j);
-    cell->locatePoint(point, tolerance, pcoord);
-    return cell;
+    return locateInCell(i, j, point, pcoord);
 }
 
 const PbCell *PbRegularCartesianGrid2D::findContainingCell(const SbVec3f &point, float tolerance,

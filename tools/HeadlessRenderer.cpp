@@ -4,15 +4,12 @@
 
 #include <Inventor/SbViewportRegion.h>
 #include <Inventor/SoOffscreenRenderer.h>
+#include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoGLRenderAction.h>
-#include <Inventor/actions/SoGetBoundingBoxAction.h>
-#include <Inventor/actions/SoSearchAction.h>
-#include <Inventor/nodekits/SoBaseKit.h>
 #include <Inventor/nodes/SoDrawStyle.h>
 #include <Inventor/nodes/SoSeparator.h>
 
 #include <algorithm>
-#include <limits>
 #include <set>
 #include <stdexcept>
 
@@ -26,18 +23,20 @@ struct Unref {
     void operator()(SoNode *node) const { node->unref(); }
 };
 
-std::set<SoDrawStyle *> drawStylesBelow(SoNode *scene) {
-    const SbBool kitsWereSearched = SoBaseKit::isSearchingChildren();
-    SoBaseKit::setSearchingChildren(TRUE);
-    SoSearchAction search;
-    search.setType(SoDrawStyle::getClassTypeId());
-    search.setInterest(SoSearchAction::ALL);
-    search.setSearchingAll(TRUE);
-    search.apply(scene);
-    SoBaseKit::setSearchingChildren(kitsWereSearched);
+/// The draw styles that a rendering meets. The traversal also has every kit make its parts first: there are
+/// draw styles among them.
+std::set<SoDrawStyle *> drawStylesOf(SoNode *scene, const SbViewportRegion &region) {
     std::set<SoDrawStyle *> found;
-    for (int i = 0; i < search.getPaths().getLength(); ++i)
-        found.insert(static_cast<SoDrawStyle *>(search.getPaths()[i]->getTail()));
+    SoCallbackAction action(region);
+    action.addPreCallback(
+        SoDrawStyle::getClassTypeId(),
+        [](void *styles, SoCallbackAction *, const SoNode *node) {
+            auto *const style = const_cast<SoNode *>(node);
+            static_cast<std::set<SoDrawStyle *> *>(styles)->insert(static_cast<SoDrawStyle *>(style));
+            return SoCallbackAction::CONTINUE;
+        },
+        &found);
+    action.apply(scene);
     return found;
 }
 
@@ -132,11 +131,9 @@ Picture HeadlessRenderer::render(SoNode *scene, int width, int height) {
 
     const SbViewportRegion region(static_cast<short>(width * m_samples),
                                   static_cast<short>(height * m_samples));
-    // Kits make their parts in a traversal; the draw styles among them have to be there to be widened.
-    SoGetBoundingBoxAction(region).apply(root.get());
     std::vector<std::unique_ptr<ScaledDrawStyle>> scaled;
     if (m_samples > 1)
-        for (SoDrawStyle *style : drawStylesBelow(root.get()))
+        for (SoDrawStyle *style : drawStylesOf(root.get(), region))
             scaled.push_back(std::make_unique<ScaledDrawStyle>(*style, m_samples));
 
     m_renderer->setViewportRegion(region);

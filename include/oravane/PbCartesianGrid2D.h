@@ -23,8 +23,6 @@ public:
     /// Reports the removal of the old sets, and in the end `CHANGE_GENERAL`.
     virtual PbCartesianGrid2D &operator=(const PbCartesianGrid2D &source);
 
-    const PbCell *getCell(int index) const override;
-
     void meshLines(PoMeshLines *lines) const override;
     void meshFilled(PoMeshFilled *filled) const override;
     void meshSides(PoMeshSides *sides) const override;
@@ -40,17 +38,18 @@ protected:
     void setXYGeometry(int numX, int numY, const float *x, const float *y) override;
     void getXYGeometry(const float *&x, const float *&y) const override;
     SbVec2f getNodeXY(int i, int j) const override;
+    const PbCell *fillCell(int i, int j) const override;
     /// All cells in the order of their index; the first that contains the point.
     const PbCell *findContainingCellProtected(const SbVec3f &point, float tolerance, SbVec3f &pcoord,
                                               PbArrayOfInt &testedCells) override;
 
+    mutable PbQuadrangleCell m_quadrangleCell;
+
 private:
-    const PbQuadrangleCell *fillCell(int i, int j) const;
     void copyNodes(const PbCartesianGrid2D &source);
 
     PbDataBlock<float> m_x;
     PbDataBlock<float> m_y;
-    mutable PbQuadrangleCell m_quadrangleCell;
 };
 
 #endif

@@ -35,11 +35,10 @@ public:
             share(data, count);
     }
 
-    /// Makes an own block of `count` entries, in either mode. The first entries keep their values, new ones
-    /// are `fill`. Returns the first entry, for the caller to write.
+    /// Makes an own block of `count` entries, in either mode. Entries of an own block keep their values, new
+    /// ones are `fill`; a foreign address is dropped unread, as the program may have freed it already.
+    /// Returns the first entry, for the caller to write.
     T *makeOwn(int count, const T &fill) {
-        if (!isOwned() && m_data)
-            copyEntries(m_data, std::min(count, m_num));
         m_own.resize(static_cast<std::size_t>(std::max(count, 0)), fill);
         m_data = m_own.data();
         m_num = std::max(count, 0);
@@ -74,12 +73,12 @@ private:
 
     void copyEntries(const T *data, int count) {
         const std::less<const T *> before;
-        const bool isInside =
-            isOwned() && !before(data, m_own.data()) && before(data, m_own.data() + m_own.size());
-        if (isInside)
-            m_own = std::vector<T>(data, data + count);
-        else
+        if (isOwned() && !before(data, m_own.data()) && before(data, m_own.data() + m_own.size())) {
+            m_own.erase(m_own.begin(), m_own.begin() + (data - m_own.data()));
+            m_own.resize(static_cast<std::size_t>(count));
+        } else {
             m_own.assign(data, data + count);
+        }
         m_data = m_own.data();
         m_num = count;
     }

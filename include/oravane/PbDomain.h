@@ -24,7 +24,8 @@ class SoTransform;
 /// strictly below its maximum on an axis (NaN included) is refused: the box in force stays.
 class ORAVANE_API PbDomain : public PbBase {
 public:
-    enum TransformType {
+    /// An integer that names no type gives the identity as transform.
+    enum TransformType : int {
         TRANSFORM_01 = 0,        ///< the box maps on the unit cube: translation, then scale
         SCALE_X_FIXED = 1,       ///< y and z are scaled to the size of x; no translation
         SCALE_Y_FIXED = 2,       ///< x and z are scaled to the size of y
@@ -32,7 +33,7 @@ public:
         SCALE_MAX_XYZ_FIXED = 4, ///< the largest axis is fixed; on a tie z
     };
 
-    enum BoundingBoxType {
+    enum BoundingBoxType : int {
         BBOX_AS_GIVEN = 0, ///< the corners as they are
         BBOX_MAX_CUBE = 1, ///< a cube of the largest side around the same centre
         BBOX_MIN_CUBE = 2, ///< a cube of the smallest side around the same centre

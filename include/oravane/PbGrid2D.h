@@ -3,7 +3,8 @@
 
 #include <oravane/PbMesh2D.h>
 
-class SoMFVec3f;
+class PbPixelCell;
+class PbQuadrangleCell;
 
 /// Structured surface mesh of numX by numY nodes. Node (i, j) has the index i * numY + j, cell (i, j) the
 /// index i * (numY - 1) + j: the y index runs fastest. The children differ in how they store x and y; an
@@ -28,10 +29,10 @@ public:
     void getNodeIndices(int index, int &i, int &j) const;
     void getCellIndices(int index, int &i, int &j) const;
 
+    /// Its nodes are (i, j), (i+1, j), (i+1, j+1), (i, j+1).
+    const PbCell *getCell(int index) const override;
     SbVec3f getNodeCoord(int index) const override;
-    /// Replaces the values of `coords` by all nodes in the order of their index. Their z is taken from the
-    /// argument, one float per node, and is 0 when it is null; the z of the mesh plays no part.
-    virtual void getNodesCoord(const float *z, SoMFVec3f &coords) const;
+    void getNodesCoord(const float *z, SoMFVec3f &coords) const override;
     /// Node (i, j) with the z of the mesh; (0, 0, 0) outside of the grid.
     virtual SbVec3f getNodeCoord(int i, int j) const;
 
@@ -62,6 +63,13 @@ protected:
 
     /// x and y of a node inside of the grid.
     virtual SbVec2f getNodeXY(int i, int j) const = 0;
+    /// Fills the cell object for a cell inside of the grid; null: this kind has no cell objects.
+    virtual const PbCell *fillCell(int i, int j) const = 0;
+    /// The same for a cell with sides along the axes: the pixel, or the quadrangle when there is a z.
+    const PbCell *fillRectangle(PbPixelCell &pixel, PbQuadrangleCell &quadrangle, int i, int j) const;
+    /// Cell (i, j) and the parametric coordinates of `point` in it, wherever the point is; null outside of
+    /// the grid.
+    const PbCell *locateInCell(int i, int j, const SbVec3f &point, SbVec3f &pcoord) const;
     void updateBoundingBox() override;
     void updateCellBoundingBox() override;
 

@@ -13,6 +13,7 @@ class PoMesh2DVec;
 class PoMeshFilled;
 class PoMeshLines;
 class PoMeshSides;
+class SoMFVec3f;
 struct Ppoint_list_list3;
 
 /// Parent of all surface meshes: cells in the x-y plane, with an optional z per node, which makes it a height
@@ -23,6 +24,10 @@ public:
     virtual SbBox2f getBoundingBox() const;
     /// One float per node, or null when z is 0 everywhere.
     virtual const float *getZcoord() const { return m_zCoord.data(); }
+
+    /// Replaces the values of `coords` by all nodes in the order of their index. Their z is taken from the
+    /// argument, one float per node, and is 0 when it is null; the z of the mesh plays no part.
+    virtual void getNodesCoord(const float *z, SoMFVec3f &coords) const;
 
     /// Call back the function of the representation for the exact kind of this mesh, so that a representation
     /// never tests the kind. Here they do nothing.

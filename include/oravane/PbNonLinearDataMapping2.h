@@ -17,14 +17,12 @@
 /// \endcode
 class ORAVANE_API PbNonLinearDataMapping2 : public PbDataMapping {
 public:
-    enum Type {
+    enum Type : int { // a file may give any integer
         /// n + 1 colours for n values: colour i below value i, the last one from the last value up. A value
-        /// on a
-        /// level has the colour of the interval above it.
+        /// on a level has the colour of the interval above it.
         NON_LINEAR_PER_LEVEL = 0,
         /// A colour at each value, interpolated between them; beyond the ends the line of the last two goes
-        /// on,
-        /// cut to 0..1. A table of one value has that one colour everywhere.
+        /// on, cut to 0..1. A table of one value has that one colour everywhere.
         LINEAR_PER_LEVEL = 1,
     };
 

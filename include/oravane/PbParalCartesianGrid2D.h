@@ -25,7 +25,6 @@ public:
     /// axes.
     PbCartesianGrid2D &operator=(const PbCartesianGrid2D &source) override;
 
-    const PbCell *getCell(int index) const override;
     /// Binary search in each axis (`getPositionInSortedArray`): a point on a grid line belongs to the cell
     /// before it. Neither the tolerance nor an adjacent cell plays a part.
     const PbCell *findContainingCell(const SbVec3f &point, float tolerance, SbVec3f &pcoord) override;
@@ -43,14 +42,15 @@ protected:
     void setXYGeometry(int numX, int numY, const float *x, const float *y) override;
     void getXYGeometry(const float *&x, const float *&y) const override;
     SbVec2f getNodeXY(int i, int j) const override;
+    const PbCell *fillCell(int i, int j) const override;
+    /// As `findContainingCell`.
+    const PbCell *findContainingCellProtected(const SbVec3f &point, float tolerance, SbVec3f &pcoord,
+                                              PbArrayOfInt &testedCells) override;
 
 private:
-    const PbCell *fillCell(int i, int j) const;
-
     PbDataBlock<float> m_x;
     PbDataBlock<float> m_y;
     mutable PbPixelCell m_pixelCell;
-    mutable PbQuadrangleCell m_quadrangleCell;
 };
 
 #endif

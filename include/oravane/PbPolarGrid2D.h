@@ -23,7 +23,6 @@ public:
     /// Reports the removal of the old sets, and in the end `CHANGE_GENERAL`.
     PbPolarGrid2D &operator=(const PbPolarGrid2D &source);
 
-    const PbCell *getCell(int index) const override;
     void getNodesCoord(const float *z, SoMFVec3f &coords) const override;
 
     void meshLines(PoMeshLines *lines) const override;
@@ -37,6 +36,7 @@ protected:
     void setXYGeometry(int numX, int numY, const float *x, const float *y) override;
     void getXYGeometry(const float *&x, const float *&y) const override;
     SbVec2f getNodeXY(int i, int j) const override;
+    const PbCell *fillCell(int i, int j) const override;
 
 private:
     PbDataBlock<float> m_radius;

@@ -39,7 +39,6 @@ public:
     void getGeometry(int &numX, int &numY, float &xmin, float &ymin, float &xmax, float &ymax,
                      const float *&z) const;
 
-    const PbCell *getCell(int index) const override;
     /// Computes the cell from the point: column floor((x - xmin) * (numX - 1) / (xmax - xmin)). A point on a
     /// grid line belongs to the cell behind it, and a point on the upper bound is outside. Neither the
     /// tolerance nor an adjacent cell plays a part.
@@ -58,12 +57,12 @@ protected:
     void setXYGeometry(int numX, int numY, const float *x, const float *y) override;
     void getXYGeometry(const float *&x, const float *&y) const override;
     SbVec2f getNodeXY(int i, int j) const override;
+    const PbCell *fillCell(int i, int j) const override;
     /// From the bounds, in whichever order they are.
     void updateBoundingBox() override;
 
 private:
     void setBounds(int numX, int numY, float xmin, float ymin, float xmax, float ymax);
-    const PbCell *fillCell(int i, int j) const;
     float xOf(int i) const { return m_xmin + static_cast<float>(i) * m_dx; }
     float yOf(int j) const { return m_ymin + static_cast<float>(j) * m_dy; }
 

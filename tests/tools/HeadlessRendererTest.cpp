@@ -1,6 +1,6 @@
 #include "tools/HeadlessRenderer.h"
 
-#include "tools/TemporaryFolder.h"
+#include "TemporaryFolder.h"
 
 #include <Inventor/SoDB.h>
 #include <Inventor/SoInput.h>
@@ -80,6 +80,8 @@ TEST(HeadlessRenderer, LinesKeepTheirWidthWhenSmoothed) {
     const std::string line = "Coordinate3 { point [-2 0.02 0, 2 0.02 0] } LineSet { }";
     const Scene unstyled(line);
     const Scene styled("DrawStyle { lineWidth 5 }" + line);
+    const Scene kit("ShapeKit { coordinate3 Coordinate3 { point [-2 0.02 0, 2 0.02 0] } shape LineSet { }\n"
+                    "appearance AppearanceKit { drawStyle DrawStyle { lineWidth 3 } } }");
     SoDrawStyle *const style = static_cast<SoDrawStyle *>(styled.root()->getChild(3));
     ASSERT_TRUE(style->isOfType(SoDrawStyle::getClassTypeId()));
     int changes = 0;
@@ -97,6 +99,7 @@ TEST(HeadlessRenderer, LinesKeepTheirWidthWhenSmoothed) {
         HeadlessRenderer renderer(samples);
         EXPECT_NEAR(ink(renderer.render(unstyled.root(), 50, 50)), 1.0, 0.01) << samples;
         EXPECT_NEAR(ink(renderer.render(styled.root(), 50, 50)), 5.0, 0.01) << samples;
+        EXPECT_NEAR(ink(renderer.render(kit.root(), 50, 50)), 3.0, 0.01) << samples;
     }
     EXPECT_FLOAT_EQ(style->lineWidth.getValue(), 5.0f);
     EXPECT_TRUE(style->pointSize.isDefault());

@@ -1,6 +1,6 @@
 #include "tools/Picture.h"
 
-#include "tools/TemporaryFolder.h"
+#include "TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 

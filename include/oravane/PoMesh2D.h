@@ -1,0 +1,71 @@
+#ifndef ORAVANE_POMESH2D_H
+#define ORAVANE_POMESH2D_H
+
+#include <oravane/MeshKinds.h>
+#include <oravane/PlanarRecords.h>
+#include <oravane/PoMesh.h>
+
+#include <Inventor/fields/SoSFShort.h>
+
+class PbCartesianGrid2D;
+class PbMesh2D;
+class PbParalCartesianGrid2D;
+class PbPolarGrid2D;
+class PbRegularCartesianGrid2D;
+
+/// Base of the representations of a surface mesh.
+///
+/// The third coordinate of a node comes from the value set `zValuesIndex` when that is not negative and the
+/// mesh has it, else from the mesh's own z; without either it is 0.
+class ORAVANE_API PoMesh2D : public PoMesh {
+    SO_KIT_HEADER(PoMesh2D);
+
+public:
+    SoSFShort zValuesIndex; ///< value set that gives each node its z, default -1: the mesh's own
+
+    static void initClass();
+
+    void setMesh(PbMesh2D *mesh);
+    const PbMesh2D *getMesh() const;
+
+    /// The border of the mesh as closed polylines, the first point repeated as the last. The records and
+    /// their points belong to the kit and are valid until its next rebuild or the next call. Without a mesh
+    /// there are none.
+    ///
+    /// A structured grid of nx by ny nodes has one polyline of 2 (nx + ny) - 3 points: i ascending at j = 0,
+    /// j ascending at the last i, i descending at the last j, j descending at i = 0. An empty grid has none.
+    void getMeshLimit(Ppoint_list_list3 &limits);
+
+    /// Called back by `PbMesh2D::getLimits`, one for each kind of mesh.
+#define ORAVANE_DECLARE(Mesh, prefix) void prefix##GetLimits(const Mesh *mesh, Ppoint_list_list3 &limits);
+    ORAVANE_MESH2D_KINDS(ORAVANE_DECLARE)
+#undef ORAVANE_DECLARE
+
+protected:
+    PoMesh2D();
+    ~PoMesh2D() override;
+
+    /// The mesh of the rebuild under way; null without one, and for an empty one.
+    const PbMesh2D *resolvedMesh() const {
+        return m_resolvedMesh;
+    }
+
+    /// One float for each node, or null.
+    const float *zOf(const PbMesh2D &mesh) const;
+    /// The values of `valuesIndex`, or null.
+    const float *valuesOf(const PbMesh2D &mesh) const;
+
+    void preRebuild() override;
+
+private:
+    struct Borders;
+
+    template <class Grid>
+    void gridLimits(const Grid &grid, Ppoint_list_list3 &limits);
+
+    PoConnection<PbMesh2D> m_mesh2D{this};
+    const PbMesh2D *m_resolvedMesh = nullptr;
+    std::unique_ptr<Borders> m_borders;
+};
+
+#endif

@@ -1,0 +1,44 @@
+#include "meshrep/CellColors.h"
+
+#include <oravane/PbDataMapping.h>
+
+#include <Inventor/nodes/SoMaterial.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace oravane {
+
+CellValue::CellValue(const PbDataMapping &mapping) {
+    if (!mapping.isTransparencyEnabled())
+        return;
+    int hasMin = 0, hasMax = 0;
+    mapping.thresholdsEnabled(hasMin, hasMax);
+    m_hasMin = hasMin != 0;
+    m_hasMax = hasMax != 0;
+    mapping.getMinRGBThreshold(m_min);
+    mapping.getMaxRGBThreshold(m_max);
+}
+
+void colorMaterial(const PbDataMapping &mapping, std::span<const float> values, SoMaterial &material) {
+    const int count = static_cast<int>(values.size());
+    std::vector<unsigned char> hasColor(values.size());
+    std::vector<float> transparencies(mapping.isTransparencyEnabled() ? values.size() : 0);
+    material.diffuseColor.setNum(count);
+    const std::size_t numColored =
+        mapping.computeColors(values.size(), values.data(), material.diffuseColor.startEditing(),
+                              transparencies.empty() ? nullptr : transparencies.data(), hasColor.data());
+    material.diffuseColor.finishEditing();
+    const bool isAllFinite =
+        std::all_of(values.begin(), values.end(), [](float value) { return std::isfinite(value); });
+    if (numColored < values.size() || !isAllFinite) {
+        transparencies.resize(values.size(), 0.0f);
+        for (std::size_t i = 0; i < values.size(); ++i)
+            if (!hasColor[i] || !std::isfinite(values[i]))
+                transparencies[i] = 1;
+    }
+    if (!transparencies.empty())
+        material.transparency.setValues(0, count, transparencies.data());
+}
+
+} // namespace oravane

@@ -1,0 +1,47 @@
+#ifndef ORAVANE_MESHREP_CELLCOLORS_H
+#define ORAVANE_MESHREP_CELLCOLORS_H
+
+#include <Inventor/SbVec3f.h>
+
+#include <cmath>
+#include <span>
+
+class PbDataMapping;
+class SoMaterial;
+
+namespace oravane {
+
+inline bool isFinite(const SbVec3f &point) {
+    return std::isfinite(point[0]) && std::isfinite(point[1]) && std::isfinite(point[2]);
+}
+
+/// The value that colours a cell: the mean of its corners. Under a mapping with transparency, a cell that
+/// touches the region beyond an enabled threshold takes the value of that threshold, the upper one first;
+/// otherwise its mean could lie in the visible range.
+class CellValue {
+public:
+    explicit CellValue(const PbDataMapping &mapping);
+
+    template <class... Values>
+    float operator()(Values... corners) const {
+        if (m_hasMax && !(... && (corners < m_max)) && !(... || std::isnan(corners)))
+            return m_max;
+        if (m_hasMin && !(... && (corners > m_min)) && !(... || std::isnan(corners)))
+            return m_min;
+        return static_cast<float>((... + static_cast<double>(corners)) /
+                                  static_cast<double>(sizeof...(corners)));
+    }
+
+private:
+    float m_min = 0, m_max = 0;
+    bool m_hasMin = false, m_hasMax = false;
+};
+
+/// Gives `material` one colour for each value, and transparencies when the mapping has them enabled. A value
+/// that is not finite, or for which the mapping has no colour, gets a transparency of 1, so that what it
+/// colours is left out.
+void colorMaterial(const PbDataMapping &mapping, std::span<const float> values, SoMaterial &material);
+
+} // namespace oravane
+
+#endif

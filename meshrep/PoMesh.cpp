@@ -1,0 +1,147 @@
+#include <oravane/PoMesh.h>
+
+#include "core/ClassTable.h"
+
+#include <oravane/PbDataMapping.h>
+#include <oravane/PbIsovaluesList.h>
+#include <oravane/PbMesh.h>
+#include <oravane/PiContouringFilled.h>
+#include <oravane/PiContouringLines.h>
+#include <oravane/PoDataMappingElement.h>
+#include <oravane/PoIsovaluesListElement.h>
+#include <oravane/PoMeshElement.h>
+
+#include <Inventor/nodekits/SoAppearanceKit.h>
+
+SO_KIT_SOURCE(PoMesh)
+
+void PoMesh::initClass() {
+    if (oravane::registersNow(classTypeId))
+        SO_KIT_INIT_CLASS(PoMesh, PoVolundra, "PoVolundra");
+}
+
+PoMesh::PoMesh() {
+    SO_KIT_CONSTRUCTOR(PoMesh);
+    SO_KIT_ADD_FIELD(valuesIndex, (-1));
+    SO_KIT_ADD_FIELD(vecsIndex, (-1));
+    SO_KIT_ADD_FIELD(coloringType, (COLOR_INHERITED));
+    SO_KIT_DEFINE_ENUM_VALUE(ColoringType, COLOR_INHERITED);
+    SO_KIT_DEFINE_ENUM_VALUE(ColoringType, COLOR_AVERAGE);
+    SO_KIT_DEFINE_ENUM_VALUE(ColoringType, COLOR_MAPPING);
+    SO_KIT_DEFINE_ENUM_VALUE(ColoringType, COLOR_CONTOURING);
+    SO_KIT_SET_SF_ENUM_TYPE(coloringType, ColoringType);
+    SO_KIT_INIT_INSTANCE();
+    watchFields({&valuesIndex, &vecsIndex, &coloringType});
+    setUpConnections(TRUE, TRUE);
+}
+
+PoMesh::~PoMesh() = default;
+
+void PoMesh::setMesh(PbMesh *mesh) {
+    m_mesh.set(mesh);
+}
+
+void PoMesh::setDataMapping(PbDataMapping *mapping) {
+    m_dataMapping.set(mapping);
+}
+
+void PoMesh::setModuleDataMapping(PbDataMapping *mapping) {
+    m_moduleDataMapping.set(mapping);
+}
+
+void PoMesh::setIsovaluesList(PbIsovaluesList *list) {
+    m_isovaluesList.set(list);
+}
+
+const PbMesh *PoMesh::getMesh() const {
+    if (m_mesh.get())
+        return m_mesh.get();
+    return isStateValid() ? PoMeshElement::getMesh(getState()) : nullptr;
+}
+
+const PbDataMapping *PoMesh::getDataMapping() const {
+    if (m_dataMapping.get())
+        return m_dataMapping.get();
+    return isStateValid() ? PoDataMappingElement::get(getState()) : nullptr;
+}
+
+const PbDataMapping *PoMesh::getModuleDataMapping() const {
+    if (m_moduleDataMapping.get())
+        return m_moduleDataMapping.get();
+    return isStateValid() ? PoDataMappingElement::get(getState()) : nullptr;
+}
+
+const PbIsovaluesList *PoMesh::getIsovaluesList() const {
+    if (m_isovaluesList.get())
+        return m_isovaluesList.get();
+    return isStateValid() ? PoIsovaluesListElement::get(getState()) : nullptr;
+}
+
+void PoMesh::preRebuild() {
+    PoVolundra::preRebuild();
+    addElementCache(PoMeshElement::getClassStackIndex());
+    m_resolved.dataMapping = getDataMapping();
+    m_resolved.moduleDataMapping = getModuleDataMapping();
+    m_resolved.isovaluesList = getIsovaluesList();
+    m_resolved.mesh = getMesh();
+    const int requested = coloringType.getValue();
+    const bool isKnown = requested >= COLOR_INHERITED && requested <= COLOR_CONTOURING;
+    m_resolved.coloring = isKnown ? static_cast<ColoringType>(requested) : COLOR_INHERITED;
+    if (m_resolved.coloring == COLOR_CONTOURING && !m_resolved.isovaluesList)
+        m_resolved.coloring = COLOR_MAPPING;
+    if (!m_resolved.dataMapping)
+        m_resolved.coloring = COLOR_INHERITED;
+    checkColoring(m_resolved.mesh);
+    m_coordinate3 = nullptr;
+    m_material = nullptr;
+    m_materialBinding = nullptr;
+    m_group = nullptr;
+    m_shapeHints = nullptr;
+}
+
+void PoMesh::checkColoring(const PbMesh *mesh) {
+    const int index = valuesIndex.getValue();
+    if (mesh && (index < 0 || !mesh->getValuesSet(index)))
+        m_resolved.coloring = COLOR_INHERITED;
+}
+
+void PoMesh::addElementsAllCaches() {
+    PoVolundra::addElementsAllCaches();
+    PoMeshElement::getMesh(getState());
+}
+
+// What decides between the colourings counts as used too: a mapping that arrives later must reach a kit that
+// did without one.
+void PoMesh::addColoringElements() {
+    if (coloringType.getValue() == COLOR_INHERITED)
+        return;
+    addElementCache(PoDataMappingElement::getClassStackIndex());
+    if (coloringType.getValue() == COLOR_CONTOURING)
+        addElementCache(PoIsovaluesListElement::getClassStackIndex());
+}
+
+void PoMesh::setDefaultOnNonWritingFields() {
+    PoVolundra::setDefaultOnNonWritingFields();
+    if (getNodeWriteFormat() != WRITE_FIELDS)
+        return;
+    if (SoNode *kit = appearance.getValue())
+        skipInFile(kit->getField("material")); // generated
+}
+
+PiContouringFilled &PoMesh::contouringFilled() {
+    if (!m_contouringFilled)
+        m_contouringFilled = std::make_unique<PiContouringFilled>();
+    return *m_contouringFilled;
+}
+
+PiContouringLines &PoMesh::contouringLines() {
+    if (!m_contouringLines)
+        m_contouringLines = std::make_unique<PiContouringLines>();
+    return *m_contouringLines;
+}
+
+SbVec3f *PoMesh::newSbVec3f(int count) {
+    if (count > 0 && m_vectors.size() < static_cast<std::size_t>(count))
+        m_vectors.resize(static_cast<std::size_t>(count));
+    return m_vectors.data();
+}

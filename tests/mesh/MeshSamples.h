@@ -1,0 +1,73 @@
+#ifndef ORAVANE_TESTS_MESH_MESHSAMPLES_H
+#define ORAVANE_TESTS_MESH_MESHSAMPLES_H
+
+#include <oravane/PbCartesianGrid2D.h>
+#include <oravane/PbParalCartesianGrid2D.h>
+#include <oravane/PbRegularCartesianGrid2D.h>
+
+#include <functional>
+#include <memory>
+#include <ostream>
+#include <vector>
+
+namespace test {
+
+inline std::vector<int> listOf(const PbArrayOfInt &array) {
+    std::vector<int> list;
+    for (int i = 0; i < array.getNum(); ++i)
+        list.push_back(array[i]);
+    return list;
+}
+
+/// Result of a function that fills an array of cells or nodes.
+template <class Fill>
+std::vector<int> listFrom(Fill fill) {
+    PbArrayOfInt array;
+    array.add(99); // what was there before must go
+    fill(array);
+    return listOf(array);
+}
+
+/// The arrays of a grid over steps of 0.5 in x and 0.25 in y, from (1, -1): exact in every kind of grid.
+struct GridSample {
+    GridSample(int nx, int ny) : numX(nx), numY(ny) {
+        for (int i = 0; i < nx; ++i)
+            columns.push_back(1 + 0.5f * static_cast<float>(i));
+        for (int j = 0; j < ny; ++j)
+            rows.push_back(-1 + 0.25f * static_cast<float>(j));
+        for (const float column : columns)
+            for (const float row : rows) {
+                x.push_back(column);
+                y.push_back(row);
+                z.push_back(column * column - row);
+                values.push_back(2 * column + 3 * row + 1);
+                vectors.emplace_back(column, row, 1.0f);
+            }
+    }
+    int numX, numY;
+    std::vector<float> columns, rows, x, y, z, values;
+    std::vector<SbVec3f> vectors;
+};
+
+struct NamedGrid {
+    const char *name;
+    std::unique_ptr<PbGrid2D> grid;
+};
+
+/// The sample on every kind of grid that can hold it.
+inline std::vector<NamedGrid> allKinds(const GridSample &s, bool withZ, int isDataDuplicate) {
+    const float *z = withZ ? s.z.data() : nullptr;
+    std::vector<NamedGrid> grids;
+    grids.push_back({"Cartesian", std::make_unique<PbCartesianGrid2D>(s.numX, s.numY, s.x.data(), s.y.data(),
+                                                                      z, isDataDuplicate)});
+    grids.push_back({"Paral", std::make_unique<PbParalCartesianGrid2D>(s.numX, s.numY, s.columns.data(),
+                                                                       s.rows.data(), z, isDataDuplicate)});
+    grids.push_back({"Regular", std::make_unique<PbRegularCartesianGrid2D>(
+                                    s.numX, s.numY, s.columns.front(), s.rows.front(), s.columns.back(),
+                                    s.rows.back(), z, isDataDuplicate)});
+    return grids;
+}
+
+} // namespace test
+
+#endif

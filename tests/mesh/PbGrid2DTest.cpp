@@ -1,0 +1,324 @@
+#include "MeshSamples.h"
+
+#include <oravane/PbPolarGrid2D.h>
+#include <oravane/PbSortedArray.h>
+
+#include <Inventor/fields/SoMFVec3f.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <random>
+
+using test::allKinds;
+using test::GridSample;
+using test::listFrom;
+
+namespace {
+
+const float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
+const float INFINITE = std::numeric_limits<float>::infinity();
+
+TEST(PbGrid2D, AllKindsGiveTheSameNodesCellsAndMeasures) {
+    const GridSample sample(4, 3);
+    for (const int duplicate : {0, 1})
+        for (const bool withZ : {false, true})
+            for (const auto &[name, grid] : allKinds(sample, withZ, duplicate)) {
+                SCOPED_TRACE(std::string(name) + (withZ ? " with z" : "") + (duplicate ? " own" : " shared"));
+                ASSERT_EQ(grid->getNumNodes(), 12);
+                ASSERT_EQ(grid->getNumCells(), 6);
+                SoMFVec3f coords, oneByOne;
+                grid->getNodesCoord(grid->getZcoord(), coords);
+                grid->PbMesh2D::getNodesCoord(grid->getZcoord(), oneByOne);
+                ASSERT_EQ(coords.getNum(), 12);
+                EXPECT_TRUE(coords == oneByOne);
+                for (int n = 0; n < 12; ++n) {
+                    const SbVec3f expected(sample.x[n], sample.y[n], withZ ? sample.z[n] : 0);
+                    EXPECT_EQ(grid->getNodeCoord(n), expected) << n;
+                    EXPECT_EQ(coords[n], expected) << n;
+                }
+                EXPECT_EQ(grid->PbMesh2D::getBoundingBox(), SbBox2f(1, -1, 2.5f, -0.5f));
+                EXPECT_EQ(grid->PbMesh::getBoundingBox().getMax()[2], withZ ? 7.25f : 0);
+                if (!withZ) {
+                    EXPECT_FLOAT_EQ(grid->getArea(), 0.75f);
+                }
+                const PbCell *cell = grid->getCell(3);
+                EXPECT_EQ(listFrom([&](PbArrayOfInt &nodes) { cell->getNodesIndex(nodes); }),
+                          (std::vector<int>{4, 7, 8, 5}));
+                for (int local = 0; local < 4; ++local)
+                    EXPECT_EQ(cell->getNodeCoord(local), grid->getNodeCoord(cell->getNodeIndex(local)));
+            }
+}
+
+TEST(PbGrid2D, AllKindsFindTheSameCellAndValue) {
+    const GridSample sample(9, 6);
+    for (const bool withZ : {false, true})
+        for (const auto &[name, grid] : allKinds(sample, withZ, 1)) {
+            SCOPED_TRACE(std::string(name) + (withZ ? " with z" : ""));
+            grid->addValuesSet(0, sample.values.data());
+            for (int index = 0; index < grid->getNumCells(); ++index) {
+                const SbVec3f inside = grid->getCell(index)->getCenter();
+                SbVec3f pcoord;
+                const PbCell *cell = grid->findContainingCell(inside, 0, pcoord);
+                ASSERT_TRUE(cell) << index;
+                EXPECT_EQ(cell->getIndex(), index);
+                EXPECT_NEAR(cell->getValue(pcoord, grid->getValuesSet(0)), 2 * inside[0] + 3 * inside[1] + 1,
+                            1e-5);
+                EXPECT_EQ(grid->findContainingCell(inside, 0, pcoord, grid->getCell(0)), cell);
+            }
+            SbVec3f pcoord;
+            for (const SbVec3f &outside :
+                 {SbVec3f(0.9f, -0.6f, 0), SbVec3f(1.1f, 1, 0), SbVec3f(NOT_A_NUMBER, -0.6f, 0),
+                  SbVec3f(1.1f, INFINITE, 0), SbVec3f(1e30f, -0.6f, 0)})
+                EXPECT_EQ(grid->findContainingCell(outside, 0, pcoord), nullptr)
+                    << outside[0] << ' ' << outside[1];
+        }
+}
+
+TEST(PbGrid2D, AdjacencyInItsOrder) {
+    const PbRegularCartesianGrid2D grid(4, 4, 0, 0, 3, 3, 1); // cells 0 to 8, three per column
+    const auto owners = [&](int node) {
+        return listFrom([&](PbArrayOfInt &cells) { grid.getNodeOwnerCellsInd(node, cells); });
+    };
+    const auto byFacet = [&](int cell) {
+        return listFrom([&](PbArrayOfInt &cells) { grid.getAdjacentCellsIndByFacet(cell, cells); });
+    };
+    const auto byNode = [&](int cell) {
+        return listFrom([&](PbArrayOfInt &cells) { grid.getAdjacentCellsIndByNode(cell, cells); });
+    };
+    using List = std::vector<int>;
+    EXPECT_EQ(owners(0), (List{0}));
+    EXPECT_EQ(owners(5), (List{4, 1, 0, 3}));
+    EXPECT_EQ(owners(15), (List{8}));
+    EXPECT_EQ(owners(13), (List{7, 6}));
+    EXPECT_EQ(owners(16), List());
+    EXPECT_EQ(byFacet(0), (List{3, 1}));
+    EXPECT_EQ(byFacet(4), (List{1, 7, 3, 5}));
+    EXPECT_EQ(byFacet(-1), List());
+    EXPECT_EQ(byNode(4), (List{0, 1, 2, 3, 5, 6, 7, 8}));
+    EXPECT_EQ(byNode(9), List());
+    for (int cell = 0; cell < 9; ++cell) { // the walk over the owners of nodes finds the same cells
+        List walked =
+            listFrom([&](PbArrayOfInt &cells) { grid.PbMesh::getAdjacentCellsIndByNode(cell, cells); });
+        std::sort(walked.begin(), walked.end());
+        EXPECT_EQ(byNode(cell), walked) << cell;
+    }
+    PbArrayOfInt edge;
+    edge += 5;
+    edge += 6;
+    EXPECT_EQ(listFrom([&](PbArrayOfInt &cells) { grid.getNodesOwnerCellsInd(edge, cells); }), (List{4, 1}));
+    edge += 15;
+    EXPECT_EQ(listFrom([&](PbArrayOfInt &cells) { grid.getNodesOwnerCellsInd(edge, cells); }), List());
+}
+
+TEST(PbGrid2D, NumbersNodesAndCells) {
+    const PbRegularCartesianGrid2D grid(3, 2, 0, 0, 1, 1, 1);
+    int i = 0, j = 0;
+    grid.getNodeIndices(3, i, j);
+    EXPECT_EQ(i, 1);
+    EXPECT_EQ(j, 1);
+    grid.getCellIndices(1, i, j);
+    EXPECT_EQ(i, 1);
+    EXPECT_EQ(j, 0);
+    grid.getCellIndices(2, i, j);
+    EXPECT_EQ(i, -1);
+    EXPECT_EQ(grid.getCell(2), nullptr);
+    EXPECT_EQ(grid.getNodeCoord(6), SbVec3f(0, 0, 0));
+    EXPECT_EQ(grid.getNodeCoord(2, 2), SbVec3f(0, 0, 0));
+}
+
+TEST(PbGrid2D, PointsOnGridLines) {
+    const float x[] = {0, 1, 2}, down[] = {2, 1, 0};
+    PbParalCartesianGrid2D paral(3, 3, x, x, 1);
+    PbParalCartesianGrid2D descending(3, 3, down, x, 1);
+    PbRegularCartesianGrid2D regular(3, 3, 0, 0, 2, 2, 1);
+    PbRegularCartesianGrid2D reversed(3, 3, 2, 0, 0, 2, 1);
+    const struct {
+        const char *name;
+        PbGrid2D &grid;
+        float x;
+        int cell; // the lower row has the cells 0 and 2
+    } rows[] = {
+        {"the interval before a line", paral, 1, 0},
+        {"first line of all", paral, 0, -1},
+        {"last line", paral, 2, 2},
+        {"descending", descending, 1.5f, 0},
+        {"descending, on a line", descending, 1, 0},
+        {"the interval behind a line", regular, 1, 2},
+        {"lower bound", regular, 0, 0},
+        {"upper bound", regular, 2, -1},
+        {"reversed bounds", reversed, 1.5f, 0},
+        {"reversed bounds, first line", reversed, 2, 0},
+        {"reversed bounds, last line", reversed, 0, -1},
+    };
+    for (const auto &row : rows) {
+        SbVec3f pcoord;
+        const PbCell *cell = row.grid.findContainingCell(SbVec3f(row.x, 0.5f, 0), 0, pcoord);
+        EXPECT_EQ(cell ? cell->getIndex() : -1, row.cell) << row.name;
+    }
+    PbRegularCartesianGrid2D unit(3, 3, 0, 0, 1, 1, 1);
+    SbVec3f pcoord;
+    EXPECT_EQ(unit.findContainingCell(SbVec3f(0.75f, 0.25f, 0), 0, pcoord)->getIndex(), 2);
+    EXPECT_EQ(pcoord, SbVec3f(0.5f, 0.5f, 0));
+}
+
+/// A grid that bulges and shears, and counts its searches of all cells.
+struct BentGrid : PbCartesianGrid2D {
+    BentGrid() : PbCartesianGrid2D(1) {
+        std::vector<float> x, y;
+        for (int i = 0; i < 8; ++i)
+            for (int j = 0; j < 7; ++j) {
+                x.push_back(static_cast<float>(i) + 0.4f * std::sin(static_cast<float>(j)) +
+                            0.3f * static_cast<float>(j));
+                y.push_back(static_cast<float>(j) + 0.3f * std::cos(static_cast<float>(2 * i + j)));
+            }
+        setGeometry(8, 7, x.data(), y.data());
+    }
+    const PbCell *findContainingCellProtected(const SbVec3f &point, float tolerance, SbVec3f &pcoord,
+                                              PbArrayOfInt &tested) override {
+        ++searches;
+        return PbCartesianGrid2D::findContainingCellProtected(point, tolerance, pcoord, tested);
+    }
+    int searches = 0;
+};
+
+TEST(PbCartesianGrid2D, SearchGivesTheFirstCellThatContainsThePoint) {
+    BentGrid grid;
+    std::mt19937 random(5);
+    std::uniform_real_distribution<float> position(-2, 11);
+    int hits = 0;
+    for (int n = 0; n < 400; ++n) {
+        const SbVec3f point(position(random), position(random), 0);
+        for (const float tolerance : {0.0f, 0.1f, 1.5f}) {
+            int expected = -1;
+            SbVec3f pcoord;
+            for (int index = 0; index < grid.getNumCells() && expected < 0; ++index)
+                if (grid.getCell(index)->locatePoint(point, tolerance, pcoord))
+                    expected = index;
+            const PbCell *found = grid.findContainingCell(point, tolerance, pcoord);
+            EXPECT_EQ(found ? found->getIndex() : -1, expected)
+                << point[0] << ' ' << point[1] << ' ' << tolerance;
+            hits += expected >= 0;
+        }
+    }
+    EXPECT_GT(hits, 300);
+}
+
+TEST(PbCartesianGrid2D, SearchFromACellAsksItsNeighboursFirst) {
+    BentGrid grid;
+    for (const int neighbour : {16, 28, 27, 15, 29}) { // by facet and by node around cell 22
+        const SbVec3f inside = grid.getCell(neighbour)->getCenter();
+        SbVec3f pcoord;
+        const PbCell *found = grid.findContainingCell(inside, 0, pcoord, grid.getCell(22));
+        ASSERT_TRUE(found);
+        EXPECT_EQ(found->getIndex(), neighbour);
+    }
+    EXPECT_EQ(grid.searches, 0);
+    SbVec3f pcoord;
+    const SbVec3f far = grid.getCell(0)->getCenter();
+    EXPECT_EQ(grid.findContainingCell(far, 0, pcoord, grid.getCell(41))->getIndex(), 0);
+    EXPECT_EQ(grid.searches, 1);
+    const PbPixelCell stranger(nullptr); // a cell of no mesh has no neighbours
+    EXPECT_EQ(grid.findContainingCell(far, 0, pcoord, &stranger)->getIndex(), 0);
+}
+
+TEST(PbPolarGrid2D, HasNodesButNoCells) {
+    const float radius[] = {0.5f, 2}, angle[] = {0.3f, 0.7f, 3.1f}, z[] = {0, 1, 2, 3, 4, 5};
+    PbPolarGrid2D grid(2, 3, radius, angle, z, 1);
+    SoMFVec3f coords;
+    grid.getNodesCoord(nullptr, coords);
+    for (int n = 0; n < 6; ++n) {
+        const double r = radius[n / 3], t = angle[n % 3];
+        const SbVec3f flat(static_cast<float>(r * std::cos(t)), static_cast<float>(r * std::sin(t)), 0);
+        EXPECT_EQ(grid.getNodeCoord(n), flat + SbVec3f(0, 0, z[n])) << n;
+        EXPECT_EQ(coords[n], flat) << n;
+        EXPECT_TRUE(grid.PbMesh::getBoundingBox().intersect(grid.getNodeCoord(n))) << n;
+    }
+    EXPECT_EQ(grid.getCell(0), nullptr);
+    EXPECT_EQ(grid.getArea(), 0);
+    SbVec3f pcoord;
+    EXPECT_EQ(grid.findContainingCell(grid.getNodeCoord(0), 1, pcoord), nullptr);
+    const PbPixelCell stranger(nullptr);
+    EXPECT_EQ(grid.findContainingCell(grid.getNodeCoord(0), 1, pcoord, &stranger), nullptr);
+}
+
+TEST(PbGrid2D, DegenerateSizesAndArguments) {
+    const GridSample sample(3, 2);
+    for (const auto &[name, grid] : allKinds(sample, true, 1)) {
+        SCOPED_TRACE(name);
+        const float *x = nullptr, *y = nullptr, *z = nullptr;
+        int numX = 0, numY = 0;
+        grid->getGeometry(numX, numY, x, y, z);
+        const SbVec3f last = grid->getNodeCoord(5);
+        grid->setGeometry(numX, numY, nullptr, y, z);
+        grid->setGeometry(-1, 2, x, y);
+        grid->setGeometry(1 << 20, 1 << 20, x, y);
+        EXPECT_EQ(grid->getNumNodes(), 6) << "refused";
+        EXPECT_EQ(grid->getNodeCoord(5), last);
+        grid->setGeometry(numX, numY, x, y, z); // the arrays that it owns itself
+        EXPECT_EQ(grid->getNodeCoord(5), last);
+        grid->setGeometry(1, 2, x, y);
+        EXPECT_EQ(grid->getNumNodes(), 2);
+        EXPECT_EQ(grid->getNumCells(), 0);
+        EXPECT_EQ(grid->getZcoord(), nullptr);
+        SbVec3f pcoord;
+        EXPECT_EQ(grid->findContainingCell(grid->getNodeCoord(0), 1, pcoord), nullptr);
+        int cell = 5;
+        EXPECT_TRUE(grid->getBiggestCellBox(cell).isEmpty());
+        EXPECT_EQ(cell, -1);
+        grid->setGeometry(0, 4, nullptr, nullptr);
+        EXPECT_EQ(grid->isEmpty(), 1);
+        EXPECT_EQ(grid->getNumCells(), 0);
+        EXPECT_EQ(grid->getCell(0), nullptr);
+        EXPECT_TRUE(grid->PbMesh2D::getBoundingBox().isEmpty());
+    }
+}
+
+TEST(PbRegularCartesianGrid2D, TakesArraysThroughItsParentAsBounds) {
+    PbRegularCartesianGrid2D grid(1);
+    const float x[] = {5, NOT_A_NUMBER, 1}, y[] = {0, 3};
+    static_cast<PbGrid2D &>(grid).setGeometry(3, 2, x, y);
+    float xmin, ymin, xmax, ymax;
+    int numX, numY;
+    grid.getGeometry(numX, numY, xmin, ymin, xmax, ymax);
+    EXPECT_EQ((std::vector<float>{xmin, ymin, xmax, ymax}), (std::vector<float>{1, 0, 5, 3}));
+    EXPECT_EQ(grid.getNodeCoord(1, 1), SbVec3f(3, 3, 0));
+    grid.setGeometry(3, 2, 5, 3, 1, 0);
+    EXPECT_EQ(grid.getNodeCoord(1, 0), SbVec3f(3, 3, 0));
+    EXPECT_EQ(grid.PbMesh2D::getBoundingBox(), SbBox2f(1, 0, 5, 3));
+}
+
+TEST(PbGrid2D, BoxesOfTheSmallestAndLargestCell) {
+    const float x[] = {0, 3, 4, 7}, y[] = {0, 1}, z[] = {0, 1, 0, 1, 0, 1, 0, 1};
+    PbParalCartesianGrid2D grid(4, 2, x, y, z, 1);
+    int index = -1;
+    EXPECT_EQ(grid.getSmallestCellBox(index).getVolume(), 1);
+    EXPECT_EQ(index, 1);
+    EXPECT_EQ(grid.getBiggestCellBox(index).getVolume(), 3);
+    EXPECT_EQ(index, 0) << "the first of two equal cells";
+    const float wider[] = {0, 3, 4, 9};
+    grid.setGeometry(4, 2, wider, y, z);
+    grid.getBiggestCellBox(index);
+    EXPECT_EQ(index, 2) << "a change of the geometry counts";
+}
+
+TEST(GetPositionInSortedArray, FindsTheIntervalInEitherDirection) {
+    const float up[] = {1, 2, 4, 8}, down[] = {8, 4, 2, 1}, one[] = {3};
+    const struct {
+        float value;
+        int num;
+        const float *array;
+        int expected;
+    } rows[] = {
+        {0, 4, up, -1}, {1, 4, up, -1},   {1.5f, 4, up, 0}, {4, 4, up, 1},       {8, 4, up, 2},
+        {9, 4, up, 3},  {9, 4, down, -1}, {3, 4, down, 1},  {2, 4, down, 1},     {0, 4, down, 3},
+        {4, 1, one, 0}, {2, 1, one, -1},  {2, 0, one, -1},  {2, 3, nullptr, -1}, {NOT_A_NUMBER, 4, up, -1},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(getPositionInSortedArray(row.value, row.num, row.array), row.expected)
+            << row.value << " of " << row.num;
+}
+
+} // namespace

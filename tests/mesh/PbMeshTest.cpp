@@ -1,0 +1,290 @@
+#include "MeshSamples.h"
+
+#include <oravane/PbPolarGrid2D.h>
+#include <oravane/PoBase.h>
+
+#include <Inventor/fields/SoMFVec3f.h>
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+using test::GridSample;
+
+namespace {
+
+const float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
+
+/// Reads all that a representation would read, at the length that the mesh states.
+void readWhole(const PbMesh &mesh) {
+    if (mesh.isEmpty())
+        return;
+    float low = 0;
+    for (const int set : {0, 1, 3, 5}) {
+        mesh.getMinValuesSet(set, low);
+        mesh.getMaxVecsSet(set, low);
+    }
+    for (int n = 0; n < mesh.getNumNodes(); ++n)
+        mesh.getNodeCoord(n);
+    mesh.getArea();
+}
+
+/// Listens to a mesh for its own lifetime. At each notification it reads the mesh as a kit would that
+/// rebuilds at once.
+class Listener {
+public:
+    explicit Listener(PbMesh &mesh) : m_kit(new Kit), m_mesh(&mesh) {
+        m_kit->ref();
+        m_kit->mesh = &mesh;
+        mesh.addConnection(m_kit);
+    }
+    ~Listener() {
+        if (m_kit->mesh)
+            m_mesh->removeConnection(m_kit);
+        m_kit->unref();
+    }
+    Listener(const Listener &) = delete;
+    Listener &operator=(const Listener &) = delete;
+
+    /// What was heard since the last call.
+    std::vector<int> heard() { return std::exchange(m_kit->changes, {}); }
+
+private:
+    struct Kit : PoBase {
+        void basicObjectChange(PbBase *object) override {
+            changes.push_back(object->getChangeType());
+            if (object->getChangeType() == PbBase::CHANGE_DELETED)
+                mesh = nullptr;
+            else
+                readWhole(*mesh);
+        }
+        std::vector<int> changes;
+        const PbMesh *mesh = nullptr;
+    };
+    Kit *m_kit;
+    PbMesh *m_mesh;
+};
+
+using Changes = std::vector<int>;
+constexpr int GENERAL = PbBase::CHANGE_GENERAL;
+constexpr int DELETED = PbBase::CHANGE_DELETED;
+constexpr int GEOMETRY = PbBase::CHANGE_MESH_GEOMETRY;
+constexpr int VALUES = PbBase::CHANGE_VALUES_SET;
+constexpr int VECS = PbBase::CHANGE_VECS_SET;
+
+TEST(PbMesh, ReportsEachChangeOnceAndInOrder) {
+    const GridSample small(3, 2), large(5, 4);
+    auto mesh = std::make_unique<PbParalCartesianGrid2D>(1);
+    Listener listener(*mesh);
+    const SbVec2f flat[6] = {};
+    const struct {
+        const char *name;
+        std::function<void()> action;
+        Changes expected;
+    } rows[] = {
+        {"geometry, from empty",
+         [&] { mesh->setGeometry(3, 2, small.columns.data(), small.rows.data()); },
+         {VALUES, GEOMETRY}},
+        {"geometry, same size",
+         [&] { mesh->setGeometry(3, 2, small.columns.data(), small.rows.data()); },
+         {GEOMETRY}},
+        {"geometry refused", [&] { mesh->setGeometry(3, 2, nullptr, small.rows.data()); }, {}},
+        {"values", [&] { mesh->addValuesSet(3, small.values.data()); }, {VALUES}},
+        {"values replaced", [&] { mesh->addValuesSet(3, small.x.data()); }, {VALUES}},
+        {"no values", [&] { mesh->addValuesSet(4, nullptr); }, {}},
+        {"vectors", [&] { mesh->addVecsSet(3, small.vectors.data()); }, {VECS}},
+        {"flat vectors", [&] { mesh->addVecsSet(5, flat); }, {VECS}},
+        {"no vectors", [&] { mesh->addVecsSet(6, static_cast<const SbVec2f *>(nullptr)); }, {}},
+        {"unknown sets", [&] { EXPECT_EQ(mesh->removeValuesSet(9) + mesh->removeVecsSet(9), 0); }, {}},
+        {"known set", [&] { EXPECT_EQ(mesh->removeVecsSet(5), 1); }, {VECS}},
+        {"geometry, other size",
+         [&] { mesh->setGeometry(5, 4, large.columns.data(), large.rows.data()); },
+         {VALUES, GEOMETRY}},
+        {"all sets",
+         [&] {
+             mesh->removeAllValuesSet();
+             mesh->removeAllVecsSet();
+         },
+         {VALUES, VECS}},
+        {"assignment",
+         [&] { *mesh = PbParalCartesianGrid2D(3, 2, small.columns.data(), small.rows.data(), 0); },
+         {VALUES, VECS, GENERAL}},
+        {"assignment to itself", [&] { *mesh = static_cast<const PbParalCartesianGrid2D &>(*mesh); }, {}},
+        {"end", [&] { mesh.reset(); }, {VALUES, VECS, DELETED}},
+    };
+    for (const auto &row : rows) {
+        row.action();
+        EXPECT_EQ(listener.heard(), row.expected) << row.name;
+    }
+}
+
+TEST(PbMesh, RegularGridsChangeTheirGeometrySilently) {
+    const GridSample sample(3, 2);
+    PbRegularCartesianGrid2D grid(3, 2, 0, 0, 1, 1, 1);
+    grid.addValuesSet(0, sample.values.data());
+    grid.addVecsSet(0, sample.vectors.data());
+    Listener listener(grid);
+    grid.setGeometry(40, 30, 0, 0, 1, 1);
+    EXPECT_EQ(listener.heard(), Changes());
+    EXPECT_EQ(grid.getNumValuesSet(), 0);
+    grid.touch(); // the listener reads the vectors at the new size
+    EXPECT_EQ(grid.getVecsSet(0)[5], sample.vectors[5]);
+    EXPECT_EQ(grid.getVecsSet(0)[1199], SbVec3f(0, 0, 0));
+    grid.setGeometry(2, -2, 0, 0, 1, 1);
+    EXPECT_EQ(grid.getNumNodes(), 1200) << "refused";
+}
+
+TEST(PbMesh, KeepsSetsByTheirNumber) {
+    GridSample sample(3, 2);
+    PbRegularCartesianGrid2D grid(3, 2, 0, 0, 1, 1, 1);
+    for (const int set : {5, 1, 3})
+        grid.addValuesSet(set, sample.values.data());
+    grid.addValuesSet(3, sample.x.data());
+    EXPECT_EQ(grid.getNumValuesSet(), 3);
+    EXPECT_EQ(grid.getValuesSet(3)[2], sample.x[2]);
+    EXPECT_EQ(grid.getValuesSet(5)[2], sample.values[2]);
+    EXPECT_EQ(grid.getValuesSet(4), nullptr);
+    EXPECT_EQ(grid.getVecsSet(3), nullptr);
+    EXPECT_EQ(grid.removeValuesSet(3), 1);
+    EXPECT_EQ(grid.removeValuesSet(3), 0);
+    EXPECT_EQ(grid.getNumValuesSet(), 2);
+
+    char *text = nullptr;
+    std::size_t size = 0;
+    FILE *file = open_memstream(&text, &size);
+    grid.print(file);
+    std::fclose(file);
+    const std::string printed(text);
+    std::free(text);
+    EXPECT_NE(printed.find("6 nodes, 2 cells"), std::string::npos) << printed;
+    EXPECT_LT(printed.find("value set 1"), printed.find("value set 5")) << printed;
+    grid.print(nullptr);
+}
+
+TEST(PbMesh, SmallestAndLargestOfASet) {
+    PbRegularCartesianGrid2D grid(2, 2, 0, 0, 1, 1, 0);
+    const float values[] = {NOT_A_NUMBER, 2, -3, 7};
+    const float none[] = {NOT_A_NUMBER, NOT_A_NUMBER, NOT_A_NUMBER, NOT_A_NUMBER};
+    const SbVec3f vectors[] = {{3, 4, 0}, {1, 0, 0}, {NOT_A_NUMBER, 0, 0}, {0, -2, 0}};
+    grid.addValuesSet(0, values);
+    grid.addValuesSet(1, none);
+    grid.addVecsSet(0, vectors);
+    float low = 99, high = 99;
+    EXPECT_EQ(grid.getMinValuesSet(9, low) + grid.getMaxVecsSet(9, high), 0);
+    EXPECT_EQ(grid.getMinValuesSet(1, low) + grid.getMaxValuesSet(1, high), 0);
+    EXPECT_EQ(low, 99);
+    EXPECT_EQ(high, 99);
+    EXPECT_EQ(grid.getMinValuesSet(0, low) + grid.getMaxValuesSet(0, high), 2);
+    EXPECT_EQ(low, -3);
+    EXPECT_EQ(high, 7);
+    EXPECT_EQ(grid.getMinVecsSet(0, low) + grid.getMaxVecsSet(0, high), 2);
+    EXPECT_EQ(low, 1);
+    EXPECT_EQ(high, 5);
+    PbRegularCartesianGrid2D empty(1);
+    empty.addValuesSet(0, values);
+    EXPECT_EQ(empty.getMinValuesSet(0, low), 0);
+}
+
+TEST(PbMesh, SharesOrOwnsWhatItIsGiven) {
+    for (const int duplicate : {0, 1}) {
+        SCOPED_TRACE(duplicate ? "own" : "shared");
+        GridSample sample(3, 2);
+        PbCartesianGrid2D grid(3, 2, sample.x.data(), sample.y.data(), sample.z.data(), duplicate);
+        grid.addValuesSet(0, sample.values.data());
+        grid.addVecsSet(0, sample.vectors.data());
+        const SbVec2f flat[] = {{0, 1}, {1, 1}, {2, 1}, {3, 1}, {4, 1}, {5, 1}};
+        grid.addVecsSet(1, flat);
+        sample.values[4] = sample.x[4] = sample.z[4] = 1000;
+        sample.vectors[4].setValue(1000, 0, 0);
+        EXPECT_EQ(grid.getValuesSet(0)[4] == 1000, !duplicate);
+        EXPECT_EQ(grid.getVecsSet(0)[4][0] == 1000, !duplicate);
+        EXPECT_EQ(grid.getNodeCoord(4)[0] == 1000, !duplicate);
+        EXPECT_EQ(grid.getNodeCoord(4)[2] == 1000, !duplicate);
+        EXPECT_EQ(grid.getVecsSet(1)[4], SbVec3f(4, 1, 0)) << "flat vectors are always copied";
+        grid.addVecsSet(1, sample.vectors.data());
+        EXPECT_EQ(grid.getVecsSet(1) == sample.vectors.data(), !duplicate);
+        auto freed = std::make_unique<std::vector<SbVec3f>>(sample.vectors);
+        grid.addVecsSet(2, freed->data());
+        freed.reset(); // its address is replaced next, and must not be read for that
+        grid.addVecsSet(2, flat);
+        EXPECT_EQ(grid.removeVecsSet(2), 1);
+
+        const GridSample large(5, 4);
+        grid.setGeometry(5, 4, large.x.data(), large.y.data());
+        EXPECT_EQ(grid.getNumValuesSet(), duplicate ? 0 : 1);
+        EXPECT_EQ(grid.getNumVecsSet(), 2);
+        if (duplicate) {
+            EXPECT_EQ(grid.getVecsSet(1)[19], SbVec3f(0, 0, 0));
+        }
+    }
+}
+
+/// A copy or an assigned mesh equals its source and outlives it, if it has blocks of its own.
+template <class Mesh>
+void expectCopies(const Mesh &source, const GridSample &sample) {
+    const auto expectEqual = [&](const Mesh &mesh) {
+        ASSERT_EQ(mesh.getNumNodes(), source.getNumNodes());
+        ASSERT_EQ(mesh.getNumCells(), source.getNumCells());
+        EXPECT_EQ(mesh.PbMesh::getBoundingBox().getMax(), source.PbMesh::getBoundingBox().getMax());
+        for (int n = 0; n < mesh.getNumNodes(); ++n) {
+            EXPECT_EQ(mesh.getNodeCoord(n), source.getNodeCoord(n));
+            EXPECT_EQ(mesh.getValuesSet(3)[n], sample.values[n]);
+            EXPECT_EQ(mesh.getVecsSet(2)[n], sample.vectors[n]);
+        }
+        EXPECT_EQ(mesh.getNumValuesSet(), 1);
+    };
+    const bool isShared = source.getValuesSet(3) == sample.values.data();
+    const Mesh copy(source);
+    expectEqual(copy);
+    EXPECT_EQ(copy.getValuesSet(3) == sample.values.data(), isShared);
+    EXPECT_EQ(copy.getZcoord() == sample.z.data(), isShared);
+    for (const int duplicate : {0, 1}) {
+        Mesh assigned(duplicate);
+        assigned.addValuesSet(8, sample.values.data());
+        {
+            const Mesh temporary(source);
+            assigned = temporary;
+        }
+        expectEqual(assigned);
+        EXPECT_EQ(assigned.getValuesSet(3) == sample.values.data(), isShared && !duplicate);
+        EXPECT_EQ(assigned.getZcoord() == sample.z.data(), isShared && !duplicate);
+    }
+}
+
+TEST(PbMesh, CopiesAndAssignsInBothModes) {
+    const GridSample sample(4, 3);
+    const float *z = sample.z.data();
+    for (const int duplicate : {0, 1}) {
+        SCOPED_TRACE(duplicate ? "own" : "shared");
+        const auto check = [&](auto &&mesh) {
+            mesh.addValuesSet(3, sample.values.data());
+            mesh.addVecsSet(2, sample.vectors.data());
+            expectCopies(mesh, sample);
+        };
+        check(PbCartesianGrid2D(4, 3, sample.x.data(), sample.y.data(), z, duplicate));
+        check(PbParalCartesianGrid2D(4, 3, sample.columns.data(), sample.rows.data(), z, duplicate));
+        check(PbRegularCartesianGrid2D(4, 3, 0, 1, 2, 3, z, duplicate));
+        check(PbPolarGrid2D(4, 3, sample.columns.data(), sample.rows.data(), z, duplicate));
+    }
+}
+
+TEST(PbMesh, AParallelGridFitsIntoACartesianOneButNotTheOtherWayRound) {
+    const GridSample sample(4, 3);
+    const PbParalCartesianGrid2D paral(4, 3, sample.columns.data(), sample.rows.data(), 0);
+    PbCartesianGrid2D assigned(0);
+    assigned = paral;
+    const PbCartesianGrid2D copied(paral);
+    for (int n = 0; n < 12; ++n) {
+        EXPECT_EQ(assigned.getNodeCoord(n), paral.getNodeCoord(n));
+        EXPECT_EQ(copied.getNodeCoord(n), paral.getNodeCoord(n));
+    }
+    EXPECT_FLOAT_EQ(assigned.getArea(), paral.getArea());
+    PbParalCartesianGrid2D target(1);
+    PbCartesianGrid2D &asParent = target;
+    asParent = assigned;
+    EXPECT_EQ(target.isEmpty(), 1);
+    asParent = paral;
+    EXPECT_EQ(target.getNodeCoord(11), paral.getNodeCoord(11));
+}
+
+} // namespace

@@ -1,0 +1,507 @@
+#include <oravane/PoMeshFilled.h>
+
+#include "TestScene.h"
+
+#include <oravane/PbCartesianGrid2D.h>
+#include <oravane/PbIsovaluesList.h>
+#include <oravane/PbLinearDataMapping.h>
+#include <oravane/PbParalCartesianGrid2D.h>
+#include <oravane/PbPolarGrid2D.h>
+#include <oravane/PbRegularCartesianGrid2D.h>
+#include <oravane/PoDomain.h>
+#include <oravane/PoIsovaluesList.h>
+#include <oravane/PoLinearDataMapping.h>
+
+#include <Inventor/SoPrimitiveVertex.h>
+#include <Inventor/actions/SoCallbackAction.h>
+#include <Inventor/nodes/SoCoordinate3.h>
+#include <Inventor/nodes/SoGroup.h>
+#include <Inventor/nodes/SoIndexedFaceSet.h>
+#include <Inventor/nodes/SoMaterial.h>
+#include <Inventor/nodes/SoMaterialBinding.h>
+#include <Inventor/nodes/SoQuadMesh.h>
+#include <Inventor/nodes/SoVertexProperty.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <memory>
+#include <numbers>
+
+namespace {
+
+constexpr float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
+constexpr float INFINITE = std::numeric_limits<float>::infinity();
+
+/// A kit with a mesh of its own behind a mapping and isovalues in the scene, and a count of its rebuilds.
+struct Scene {
+    explicit Scene(PbMesh2D *mesh) : root(new SoSeparator), kit(new PoMeshFilled) {
+        mapping = new PoLinearDataMapping;
+        levels = new PoIsovaluesList;
+        const float values[] = {0.25f, 0.5f, 0.75f};
+        levels->isovaluesList.setValues(0, 3, values);
+        for (SoNode *node :
+             {static_cast<SoNode *>(mapping), static_cast<SoNode *>(levels), static_cast<SoNode *>(kit)})
+            root->addChild(node);
+        kit->setMesh(mesh);
+        kit->valuesIndex = 0;
+        kit->addPostRebuildCallback([](void *count, PoBase *) { ++*static_cast<int *>(count); }, &rebuilds);
+    }
+
+    void traverse() const {
+        SoCallbackAction action;
+        action.apply(root.get());
+    }
+    int rebuildsOf(const std::function<void()> &change) {
+        traverse();
+        const int before = rebuilds;
+        change();
+        EXPECT_EQ(rebuilds, before) << "nothing is rebuilt before the next traversal";
+        traverse();
+        traverse();
+        return rebuilds - before;
+    }
+    SoGroup *group() const { return static_cast<SoGroup *>(kit->getPart("groupFilled", FALSE)); }
+    SoMaterial *material() const {
+        return static_cast<SoMaterial *>(kit->getPart("appearance.material", FALSE));
+    }
+    template <class Node>
+    Node *shape() const {
+        return dynamic_cast<Node *>(group()->getChild(group()->getNumChildren() - 1));
+    }
+
+    test::Ref<SoSeparator> root;
+    PoMeshFilled *kit;
+    PoLinearDataMapping *mapping;
+    PoIsovaluesList *levels;
+    int rebuilds = 0;
+};
+
+/// What a scene draws: area in the x-y plane, and area times red, which tells colours apart.
+struct Drawn {
+    double area = 0, redArea = 0;
+    int triangles = 0;
+    bool isFinite = true;
+};
+
+/// The toolkit counts the cells of a quad mesh wrongly under PER_FACE; this is what its renderer takes.
+int materialIndex(SoCallbackAction *traversal, const SoPrimitiveVertex *vertex) {
+    const int index = vertex->getMaterialIndex();
+    const auto *quads = dynamic_cast<const SoQuadMesh *>(traversal->getCurPathTail());
+    if (!quads || traversal->getMaterialBinding() != SoMaterialBinding::PER_FACE)
+        return index;
+    const int perRow = quads->verticesPerRow.getValue();
+    return index / perRow * (perRow - 1) + index % perRow - 1;
+}
+
+Drawn drawnBy(SoNode *root) {
+    Drawn drawn;
+    SoCallbackAction action;
+    action.addTriangleCallback(
+        SoShape::getClassTypeId(),
+        [](void *data, SoCallbackAction *traversal, const SoPrimitiveVertex *a, const SoPrimitiveVertex *b,
+           const SoPrimitiveVertex *c) {
+            auto &sum = *static_cast<Drawn *>(data);
+            const SbVec3f u = b->getPoint() - a->getPoint(), v = c->getPoint() - a->getPoint();
+            const double area = std::abs(u[0] * v[1] - u[1] * v[0]) / 2;
+            double red = 0;
+            for (const SoPrimitiveVertex *vertex : {a, b, c}) {
+                SbColor ambient, diffuse, specular, emission;
+                float shininess = 0, transparency = 0;
+                traversal->getMaterial(ambient, diffuse, specular, emission, shininess, transparency,
+                                       materialIndex(traversal, vertex));
+                red += diffuse[0] / 3;
+            }
+            sum.area += area;
+            sum.redArea += area * red;
+            sum.isFinite = sum.isFinite && std::isfinite(area);
+            ++sum.triangles;
+        },
+        &drawn);
+    action.apply(root);
+    return drawn;
+}
+
+constexpr int NX = 5, NY = 4;
+
+std::vector<float> field(const std::function<float(int, int)> &value) {
+    std::vector<float> values;
+    for (int i = 0; i < NX; ++i)
+        for (int j = 0; j < NY; ++j)
+            values.push_back(value(i, j));
+    return values;
+}
+
+std::vector<float> ramp() {
+    return field([](int i, int j) { return static_cast<float>(i + j) / (NX + NY - 2); });
+}
+
+std::unique_ptr<PbRegularCartesianGrid2D> regularGrid(const std::vector<float> &values = ramp()) {
+    auto grid = std::make_unique<PbRegularCartesianGrid2D>(NX, NY, 0.f, 0.f, 4.f, 6.f, 1);
+    grid->addValuesSet(0, values.data());
+    return grid;
+}
+
+TEST(PoMeshFilled, EveryKindOfGridDrawsTheSameFieldInEveryColoring) {
+    std::vector<float> xs, ys, xAxis, yAxis;
+    for (int i = 0; i < NX; ++i)
+        xAxis.push_back(static_cast<float>(i));
+    for (int j = 0; j < NY; ++j)
+        yAxis.push_back(2.f * static_cast<float>(j));
+    for (const float x : xAxis)
+        for (const float y : yAxis) {
+            xs.push_back(x);
+            ys.push_back(y);
+        }
+    const auto regular = regularGrid();
+    PbCartesianGrid2D cartesian(NX, NY, xs.data(), ys.data(), 1);
+    PbParalCartesianGrid2D parallel(NX, NY, xAxis.data(), yAxis.data(), 1);
+    for (PbMesh2D *mesh : {static_cast<PbMesh2D *>(&cartesian), static_cast<PbMesh2D *>(&parallel)})
+        mesh->addValuesSet(0, ramp().data());
+    for (int coloring = PoMesh::COLOR_INHERITED; coloring <= PoMesh::COLOR_CONTOURING; ++coloring) {
+        SCOPED_TRACE(coloring);
+        std::vector<Drawn> drawn;
+        for (PbMesh2D *mesh : {static_cast<PbMesh2D *>(regular.get()), static_cast<PbMesh2D *>(&cartesian),
+                               static_cast<PbMesh2D *>(&parallel)}) {
+            const Scene scene(mesh);
+            scene.kit->coloringType = coloring;
+            drawn.push_back(drawnBy(scene.root.get()));
+            EXPECT_NEAR(drawn.back().area, 24, 1e-4);
+        }
+        for (const Drawn &other : drawn) {
+            EXPECT_EQ(other.triangles, drawn[0].triangles);
+            EXPECT_NEAR(other.redArea, drawn[0].redArea, 1e-4);
+        }
+        if (coloring == PoMesh::COLOR_MAPPING || coloring == PoMesh::COLOR_AVERAGE) {
+            EXPECT_NEAR(drawn[0].redArea, 12, 1e-4) << "the mean of the ramp is one half";
+        }
+    }
+}
+
+TEST(PoMeshFilled, PolarGridsLieBetweenTheirCircles) {
+    std::vector<float> radius, angle;
+    constexpr int RINGS = 9, SPOKES = 181;
+    for (int i = 0; i < RINGS; ++i)
+        radius.push_back(1.f + static_cast<float>(i) / (RINGS - 1));
+    for (int j = 0; j < SPOKES; ++j)
+        angle.push_back(2 * std::numbers::pi_v<float> * static_cast<float>(j) / (SPOKES - 1));
+    PbPolarGrid2D polar(RINGS, SPOKES, radius.data(), angle.data(), 1);
+    std::vector<float> values;
+    for (int i = 0; i < RINGS; ++i)
+        values.insert(values.end(), SPOKES, static_cast<float>(i) / (RINGS - 1));
+    polar.addValuesSet(0, values.data());
+    for (int coloring = PoMesh::COLOR_INHERITED; coloring <= PoMesh::COLOR_CONTOURING; ++coloring) {
+        const Scene scene(&polar);
+        scene.kit->coloringType = coloring;
+        EXPECT_NEAR(drawnBy(scene.root.get()).area, 3 * std::numbers::pi, 0.01) << coloring;
+    }
+}
+
+TEST(PoMeshFilled, GroupHoldsHintsBindingCoordinatesAndShapeInOrder) {
+    struct Row {
+        int coloring;
+        int numChildren;
+        int binding;
+        int numColors;
+    };
+    constexpr int CELLS = (NX - 1) * (NY - 1);
+    const auto grid = regularGrid();
+    for (const Row &row : {Row{PoMesh::COLOR_INHERITED, 3, 0, 0},
+                           Row{PoMesh::COLOR_AVERAGE, 4, SoMaterialBinding::PER_FACE, CELLS},
+                           Row{PoMesh::COLOR_MAPPING, 4, SoMaterialBinding::PER_VERTEX_INDEXED, NX * NY},
+                           Row{PoMesh::COLOR_CONTOURING, 4, SoMaterialBinding::PER_FACE, -1}}) {
+        SCOPED_TRACE(row.coloring);
+        const Scene scene(grid.get());
+        scene.kit->coloringType = row.coloring;
+        scene.traverse();
+        ASSERT_EQ(scene.group()->getNumChildren(), row.numChildren);
+        EXPECT_STREQ(scene.group()->getChild(0)->getTypeId().getName().getString(), "ShapeHints");
+        auto *coords = dynamic_cast<SoCoordinate3 *>(scene.group()->getChild(row.numChildren - 2));
+        ASSERT_TRUE(coords);
+        EXPECT_EQ(coords->point[NY + 1], SbVec3f(1, 2, 0)) << "node (1, 1) is number ny + 1";
+        if (row.coloring == PoMesh::COLOR_INHERITED) {
+            EXPECT_EQ(scene.material(), nullptr);
+            continue;
+        }
+        auto *binding = dynamic_cast<SoMaterialBinding *>(scene.group()->getChild(1));
+        ASSERT_TRUE(binding);
+        EXPECT_EQ(binding->value.getValue(), row.binding);
+        if (row.numColors >= 0) {
+            EXPECT_EQ(scene.material()->diffuseColor.getNum(), row.numColors);
+            EXPECT_EQ(coords->point.getNum(), NX * NY);
+            EXPECT_TRUE(scene.shape<SoQuadMesh>());
+        } else {
+            EXPECT_TRUE(scene.shape<SoIndexedFaceSet>());
+        }
+    }
+}
+
+TEST(PoMeshFilled, ColoringFallsBackWhereSomethingIsMissing) {
+    const auto grid = regularGrid();
+    Scene scene(grid.get());
+    scene.kit->coloringType = PoMesh::COLOR_CONTOURING;
+    scene.root->removeChild(scene.levels);
+    scene.traverse();
+    EXPECT_EQ(scene.material()->diffuseColor.getNum(), NX * NY) << "no isovalues: a colour for each node";
+    PbIsovaluesList own(0.5f, 1.0f, 2);
+    scene.kit->setIsovaluesList(&own);
+    scene.traverse();
+    EXPECT_TRUE(scene.shape<SoIndexedFaceSet>());
+    scene.kit->setIsovaluesList(nullptr);
+    scene.root->removeChild(0);
+    scene.traverse();
+    EXPECT_EQ(scene.material(), nullptr) << "no mapping: inherited";
+    PbLinearDataMapping mapping;
+    scene.kit->setDataMapping(&mapping);
+    scene.kit->valuesIndex = 7;
+    scene.traverse();
+    EXPECT_EQ(scene.material(), nullptr) << "no such values";
+    scene.kit->valuesIndex = 0;
+    scene.traverse();
+    EXPECT_NE(scene.material(), nullptr);
+    scene.kit->coloringType = 99;
+    scene.traverse();
+    EXPECT_EQ(scene.material(), nullptr);
+}
+
+TEST(PoMeshFilled, EachChangeRebuildsOnceAndOnlyTheKitsItConcerns) {
+    const auto grid = regularGrid(), otherGrid = regularGrid();
+    const std::vector<float> flat = field([](int, int) { return 0.5f; });
+    Scene scene(grid.get()), other(otherGrid.get());
+    scene.kit->coloringType = PoMesh::COLOR_CONTOURING;
+    auto *domain = new PoDomain;
+    scene.root->insertChild(domain, 0);
+    EXPECT_EQ(scene.rebuildsOf([] {}), 0);
+    EXPECT_EQ(scene.rebuildsOf([&] { grid->addValuesSet(0, flat.data()); }), 1);
+    EXPECT_EQ(scene.rebuildsOf([&] { grid->touch(); }), 1);
+    EXPECT_EQ(scene.rebuildsOf([&] { scene.kit->zValuesIndex = 0; }), 1);
+    EXPECT_EQ(scene.rebuildsOf([&] { scene.mapping->value2 = 2; }), 1);
+    EXPECT_EQ(scene.rebuildsOf([&] { scene.levels->setRegularIsoList(0.f, 1.f, 4); }), 1);
+    EXPECT_EQ(scene.rebuildsOf([&] { domain->max = SbVec3f(4, 2, 4); }), 0) << "the transform moves, no more";
+    EXPECT_EQ(scene.rebuildsOf([&] { domain->transformType = PoDomain::SCALE_Y_FIXED; }), 0);
+    EXPECT_EQ(scene.rebuildsOf([&] { grid->setGeometry(NX, NY, 0, 0, 8, 6); }), 0)
+        << "the program has to tell";
+    scene.kit->coloringType = PoMesh::COLOR_INHERITED;
+    EXPECT_EQ(scene.rebuildsOf([&] { scene.mapping->value2 = 3; }), 0) << "colours that are not used";
+    scene.kit->coloringType = PoMesh::COLOR_AVERAGE;
+    EXPECT_EQ(scene.rebuildsOf([&] { scene.levels->isovaluesList = 0.3f; }), 0);
+    EXPECT_EQ(scene.rebuildsOf([&] { scene.mapping->value2 = 4; }), 1)
+        << "what a changed field made it read counts";
+    other.traverse();
+    EXPECT_EQ(other.rebuilds, 1);
+}
+
+TEST(PoMeshFilled, DeletedObjectsAreForgotten) {
+    auto grid = regularGrid();
+    Scene scene(grid.get());
+    auto mapping = std::make_unique<PbLinearDataMapping>();
+    auto levels = std::make_unique<PbIsovaluesList>();
+    scene.kit->setDataMapping(mapping.get());
+    scene.kit->setModuleDataMapping(mapping.get());
+    scene.kit->setIsovaluesList(levels.get());
+    scene.kit->coloringType = PoMesh::COLOR_CONTOURING;
+    scene.traverse();
+    mapping.reset();
+    levels.reset();
+    EXPECT_EQ(scene.kit->getDataMapping(), nullptr);
+    EXPECT_NEAR(drawnBy(scene.root.get()).area, 24, 1e-4) << "those of the scene serve again";
+    grid.reset();
+    EXPECT_EQ(drawnBy(scene.root.get()).triangles, 0);
+    EXPECT_EQ(scene.group(), nullptr);
+    EXPECT_EQ(scene.material(), nullptr);
+    auto again = regularGrid();
+    scene.kit->setMesh(again.get());
+    EXPECT_NEAR(drawnBy(scene.root.get()).area, 24, 1e-4);
+    scene.root->removeChild(scene.kit); // a kit that dies first leaves nothing behind in the mesh
+    again->touch();
+}
+
+TEST(PoMeshFilled, ThresholdsDeleteCellsAndGiveTheirColorToCellsAcross) {
+    const auto grid = regularGrid();
+    Scene scene(grid.get());
+    scene.kit->coloringType = PoMesh::COLOR_AVERAGE;
+    scene.mapping->maxThresholdEnabled = TRUE;
+    scene.mapping->maxThreshold = ramp()[NY + 1]; // exactly the value of node (1, 1)
+    scene.mapping->maxThresholdColor = SbColor(1, 0, 0);
+    scene.mapping->maxThresholdTransparency = 0.5f;
+    scene.mapping->transparencyEnabled = TRUE;
+    scene.traverse();
+    EXPECT_EQ(scene.material()->diffuseColor[0], SbColor(1, 0, 0)) << "one node at the threshold decides";
+    EXPECT_EQ(scene.material()->transparency[0], 0.5f);
+    scene.mapping->maxThreshold = 0.99f; // below the last node only
+    scene.mapping->maxThresholdTransparency = 1;
+    EXPECT_NEAR(drawnBy(scene.root.get()).area, 24 - 2, 1e-4) << "the last cell is deleted";
+    EXPECT_EQ(scene.material()->transparency.getNum(), 0) << "and the rest is opaque";
+    scene.kit->coloringType = PoMesh::COLOR_MAPPING;
+    EXPECT_NEAR(drawnBy(scene.root.get()).area, 24 - 1, 1e-4) << "three corners stay as a triangle";
+    scene.kit->coloringType = PoMesh::COLOR_CONTOURING;
+    EXPECT_NEAR(drawnBy(scene.root.get()).area, 24 - 1, 1e-4);
+}
+
+TEST(PoMeshFilled, ValuesWithoutColorAreLeftOutOpaquely) {
+    const auto grid = regularGrid();
+    Scene scene(grid.get());
+    PbLinearDataMapping mapping;
+    mapping.setMaxThreshold(0.99f); // without a colour: nothing is drawn there
+    mapping.enableThresholds(0, 1);
+    scene.kit->setDataMapping(&mapping);
+    scene.kit->coloringType = PoMesh::COLOR_MAPPING;
+    EXPECT_NEAR(drawnBy(scene.root.get()).area, 23, 1e-4);
+    mapping.setMaxThreshold(0.9f); // between the mean of the last cell and that of its neighbours
+    scene.kit->coloringType = PoMesh::COLOR_AVERAGE;
+    EXPECT_NEAR(drawnBy(scene.root.get()).area, 24, 1e-4);
+    mapping.setMaxThreshold(0.8f);
+    EXPECT_NEAR(drawnBy(scene.root.get()).area, 22, 1e-4);
+    EXPECT_EQ(scene.material()->transparency.getNum(), 0);
+}
+
+TEST(PoMeshFilled, UndefinedNodesDrawNothingWrong) {
+    struct Row {
+        const char *name;
+        float value;
+        bool isInZ;
+    };
+    for (const Row &row : {Row{"NaN value", NOT_A_NUMBER, false}, Row{"infinite value", INFINITE, false},
+                           Row{"NaN height", NOT_A_NUMBER, true}, Row{"infinite height", -INFINITE, true}}) {
+        std::vector<float> values = ramp();
+        std::vector<float> z(values.size(), 1.f);
+        (row.isInZ ? z : values)[2 * NY + 1] = row.value; // an inner node: four cells
+        const auto grid = regularGrid(values);
+        grid->addValuesSet(1, z.data());
+        for (int coloring = PoMesh::COLOR_INHERITED; coloring <= PoMesh::COLOR_CONTOURING; ++coloring) {
+            SCOPED_TRACE(std::string(row.name) + ", coloring " + std::to_string(coloring));
+            const Scene scene(grid.get());
+            scene.kit->zValuesIndex = 1;
+            scene.kit->coloringType = coloring;
+            const Drawn drawn = drawnBy(scene.root.get());
+            EXPECT_TRUE(drawn.isFinite);
+            double expected = 24 - 4 * 2;
+            if (coloring == PoMesh::COLOR_INHERITED && !row.isInZ)
+                expected = 24; // no value counts
+            else if (coloring == PoMesh::COLOR_MAPPING && !row.isInZ)
+                expected = 24 - 4 * 1; // the three other corners stay as triangles
+            EXPECT_NEAR(drawn.area, expected, 1e-4);
+            const SbBox3f box = test::boundingBox(scene.root.get());
+            EXPECT_TRUE(std::isfinite(box.getSize()[2]));
+        }
+    }
+}
+
+TEST(PoMeshFilled, DegenerateMeshesAndLevelsAreDefined) {
+    PbRegularCartesianGrid2D empty(1);
+    PbRegularCartesianGrid2D oneWide(1, 5, 0.f, 0.f, 1.f, 4.f, 1), reversed(NX, NY, 4.f, 6.f, 0.f, 0.f, 1);
+    oneWide.addValuesSet(0, ramp().data());
+    reversed.addValuesSet(0, ramp().data());
+    PbIsovaluesList outside(5.f, 9.f, 3), one(0.5f, 0.5f, 1);
+    for (int coloring = PoMesh::COLOR_INHERITED; coloring <= PoMesh::COLOR_CONTOURING; ++coloring) {
+        SCOPED_TRACE(coloring);
+        for (PbIsovaluesList *levels : {static_cast<PbIsovaluesList *>(nullptr), &outside, &one}) {
+            for (auto &[mesh, area] :
+                 {std::pair<PbMesh2D *, double>{&empty, 0}, {&oneWide, 0}, {&reversed, 24}}) {
+                const Scene scene(mesh);
+                scene.kit->setIsovaluesList(levels);
+                scene.kit->coloringType = coloring;
+                EXPECT_NEAR(drawnBy(scene.root.get()).area, area, 1e-4);
+                test::boundingBox(scene.root.get());
+            }
+        }
+    }
+    Scene none(nullptr);
+    EXPECT_EQ(drawnBy(none.root.get()).triangles, 0);
+}
+
+TEST(PoMeshFilled, NormalsFollowTheOrderingOfTheShapeHints) {
+    // Seen from above the cells run counter-clockwise while the hints say clockwise: the lit side is the
+    // back, and the renderer turns the normals of the back. So they must point down.
+    const auto grid = regularGrid();
+    const std::vector<float> slope = field([](int i, int) { return static_cast<float>(i); });
+    grid->addValuesSet(1, slope.data());
+    const Scene scene(grid.get());
+    for (const bool isFlat : {true, false}) {
+        scene.kit->zValuesIndex = isFlat ? -1 : 1;
+        scene.traverse();
+        auto *quads = scene.shape<SoQuadMesh>();
+        ASSERT_TRUE(quads);
+        const auto *normals = static_cast<SoVertexProperty *>(quads->vertexProperty.getValue());
+        ASSERT_TRUE(normals);
+        const SbVec3f expected = isFlat ? SbVec3f(0, 0, -1) : SbVec3f(1, 0, -1) / std::sqrt(2.f);
+        EXPECT_EQ(normals->normal.getNum(), isFlat ? 1 : NX * NY);
+        for (int k = 0; k < normals->normal.getNum(); ++k)
+            EXPECT_TRUE(normals->normal[k].equals(expected, 1e-6f));
+    }
+}
+
+TEST(PoMesh2D, BorderOfAGridIsOneClosedLine) {
+    const auto grid = regularGrid();
+    const test::Ref<PoMeshFilled> kit(new PoMeshFilled);
+    Ppoint_list_list3 limits{};
+    kit->getMeshLimit(limits);
+    EXPECT_EQ(limits.numLists, 0);
+    kit->setMesh(grid.get());
+    kit->zValuesIndex = 0;
+    kit->getMeshLimit(limits);
+    ASSERT_EQ(limits.numLists, 1);
+    ASSERT_EQ(limits.lists[0].numPoints, 2 * (NX + NY) - 3);
+    const Ppoint3 *points = limits.lists[0].points;
+    double twiceArea = 0;
+    for (int k = 0; k + 1 < limits.lists[0].numPoints; ++k)
+        twiceArea += points[k].x * points[k + 1].y - points[k + 1].x * points[k].y;
+    EXPECT_NEAR(twiceArea / 2, 24, 1e-4) << "counter-clockwise: i first";
+    EXPECT_EQ(points[NX - 1].x, 4);
+    EXPECT_EQ(points[NX - 1].z, ramp()[(NX - 1) * NY]);
+    EXPECT_EQ(points[0].y, points[limits.lists[0].numPoints - 1].y);
+    PbRegularCartesianGrid2D smallest(2, 2, 0.f, 0.f, 1.f, 1.f, 1);
+    kit->setMesh(&smallest);
+    kit->getMeshLimit(limits);
+    EXPECT_EQ(limits.lists[0].numPoints, 5);
+}
+
+TEST(PoMeshFilled, FilesKeepWhatWasDrawn) {
+    const auto grid = regularGrid();
+    for (int coloring = PoMesh::COLOR_AVERAGE; coloring <= PoMesh::COLOR_CONTOURING; ++coloring) {
+        const Scene scene(grid.get());
+        scene.kit->coloringType = coloring;
+        for (const bool isBinary : {false, true}) {
+            SCOPED_TRACE(coloring);
+            const std::string fields = test::written(scene.root.get(), isBinary);
+            const auto fieldsOnly = test::readBack(fields);
+            ASSERT_TRUE(fieldsOnly);
+            auto *kit = static_cast<PoMeshFilled *>(fieldsOnly->getChild(2));
+            ASSERT_TRUE(kit->isOfType(PoMeshFilled::getClassTypeId()));
+            EXPECT_EQ(kit->coloringType.getValue(), coloring);
+            kit->setMesh(grid.get());
+            const Drawn expected = drawnBy(scene.root.get());
+            EXPECT_NEAR(drawnBy(fieldsOnly.get()).redArea, expected.redArea, 1e-3);
+            PoBase::setNodeWriteFormat(PoBase::WRITE_PARTS);
+            const std::string parts = test::written(scene.root.get(), isBinary);
+            PoBase::setNodeWriteFormat(PoBase::WRITE_FIELDS);
+            const auto finished = test::readBack(parts);
+            ASSERT_TRUE(finished);
+            EXPECT_NEAR(drawnBy(finished.get()).redArea, expected.redArea, 1e-3) << "without its mesh";
+        }
+    }
+}
+
+TEST(PoMeshFilled, FileFormsDoNotDisturbEachOtherAndAttributesScope) {
+    const auto grid = regularGrid();
+    const test::Ref<SoSeparator> root(new SoSeparator);
+    // The same kit below two mappings: each place shows its own colours.
+    Scene scene(grid.get());
+    scene.kit->coloringType = PoMesh::COLOR_MAPPING;
+    auto *inner = new SoSeparator;
+    auto *brighter = new PoLinearDataMapping;
+    brighter->value2 = 0.5f;
+    inner->addChild(brighter);
+    inner->addChild(scene.kit);
+    scene.root->addChild(inner);
+    const double one = drawnBy(inner).redArea;
+    EXPECT_GT(one, 12.5);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_NEAR(drawnBy(scene.root.get()).redArea, one + 12, 1e-3);
+    const test::Ref<SoSeparator> copied(static_cast<SoSeparator *>(inner->copy()));
+    EXPECT_NEAR(drawnBy(copied.get()).redArea, one, 1e-3) << "a copy shows the same mesh";
+}
+
+} // namespace

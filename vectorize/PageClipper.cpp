@@ -1,0 +1,195 @@
+#include "vectorize/PageClipper.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace oravane {
+
+namespace {
+
+struct Limit {
+    int axis;
+    float value;
+    bool isLowest;
+
+    bool contains(const SbVec4f &point) const {
+        return isLowest ? value <= point[axis] : point[axis] <= value;
+    }
+};
+
+constexpr Limit kXMin{0, -1.0f, true}, kXMax{0, 1.0f, false};
+constexpr Limit kYMin{1, -1.0f, true}, kYMax{1, 1.0f, false};
+constexpr Limit kFar{2, 1.0f, false};
+
+// The order is that of the results' points and runs, and so a part of what a page shows.
+constexpr Limit kPolygonLimits[] = {kXMin, kYMin, kXMax, kYMax, kFar};
+constexpr Limit kPolylineLimits[] = {kFar, kXMin, kXMax, kYMin, kYMax};
+
+struct ColoredPoint {
+    SbVec4f point;
+    SbColor color;
+};
+
+ColoredPoint crossing(const SbVec4f *p, const SbColor *c, int from, int to, const Limit &limit, bool multi) {
+    const SbVec4f &a = p[from];
+    const SbVec4f &b = p[to];
+    const float t = (limit.value - a[limit.axis]) / (b[limit.axis] - a[limit.axis]);
+    ColoredPoint result{a + (b - a) * t, c[from]};
+    result.point[limit.axis] = limit.value; // exactly, so that the result lies inside
+    if (multi)
+        for (int k = 0; k < 3; ++k)
+            result.color[k] = c[from][k] + (c[to][k] - c[from][k]) * t;
+    return result;
+}
+
+void divideByW(std::vector<SbVec4f> &points) {
+    for (SbVec4f &p : points)
+        p.setValue(p[0] / p[3], p[1] / p[3], p[2] / p[3], 1.0f);
+}
+
+bool insideSides(const SbVec4f &p) {
+    return std::ranges::all_of(kPolygonLimits, [&](const Limit &limit) { return limit.contains(p); });
+}
+
+void clipRing(const ColoredPoints &ring, ColoredPoints &result, const Limit &limit, bool multi) {
+    result.clear();
+    const int n = ring.size();
+    for (int i = 0; i < n; ++i) {
+        const int next = i + 1 < n ? i + 1 : 0;
+        const bool inside = limit.contains(ring.points[i]);
+        if (inside)
+            result.add(ring.points[i], ring.colors[i]);
+        if (inside != limit.contains(ring.points[next])) {
+            const ColoredPoint at = crossing(ring.points.data(), ring.colors.data(), i, next, limit, multi);
+            result.add(at.point, at.color);
+        }
+    }
+}
+
+} // namespace
+
+bool isFinite(const SbVec4f &point) {
+    // 0 times an infinity or NaN is NaN: one comparison instead of four.
+    return point[0] * 0.0f + point[1] * 0.0f + point[2] * 0.0f + point[3] * 0.0f == 0.0f;
+}
+
+bool isFinite(std::span<const SbVec4f> points) {
+    return std::ranges::all_of(points, [](const SbVec4f &p) { return isFinite(p); });
+}
+
+bool isMulticolor(std::span<const SbColor> colors) {
+    return std::ranges::any_of(colors, [&](const SbColor &c) { return c != colors[0]; });
+}
+
+void ColoredPoints::clear() {
+    points.clear();
+    colors.clear();
+}
+
+void ColoredPoints::add(const SbVec4f &point, const SbColor &color) {
+    points.push_back(point);
+    colors.push_back(color);
+}
+
+ColoredPoints &PageClipper::Runs::start() {
+    if (count == store.size())
+        store.emplace_back();
+    store[count].clear();
+    return store[count++];
+}
+
+const ColoredPoints &PageClipper::polygon(std::span<const SbVec4f> points, std::span<const SbColor> colors,
+                                          float nearLimit) {
+    m_polygon.points.assign(points.begin(), points.end());
+    m_polygon.colors.assign(colors.begin(), colors.end());
+    const bool multi = isMulticolor(colors);
+    const auto pass = [&](const Limit &limit) {
+        if (std::ranges::all_of(m_polygon.points, [&](const SbVec4f &p) { return limit.contains(p); }))
+            return;
+        clipRing(m_polygon, m_nextPolygon, limit, multi);
+        std::swap(m_polygon, m_nextPolygon);
+    };
+    if (!isFinite(points)) {
+        m_polygon.clear();
+        return m_polygon;
+    }
+    pass({2, nearLimit, true});
+    divideByW(m_polygon.points);
+    if (!isFinite(m_polygon.points))
+        m_polygon.clear();
+    for (const Limit &limit : kPolygonLimits)
+        pass(limit);
+    return m_polygon;
+}
+
+namespace {
+
+/// Hands the parts of a run that lie within the limit to `start()`, a new part's buffer.
+template <class Start>
+void clipRun(const ColoredPoints &run, const Limit &limit, bool multi, Start start) {
+    ColoredPoints *part = nullptr;
+    for (int i = 0; i < run.size(); ++i) {
+        const bool inside = limit.contains(run.points[i]);
+        if (i > 0 && inside != limit.contains(run.points[i - 1])) {
+            if (inside)
+                part = &start();
+            const ColoredPoint at = crossing(run.points.data(), run.colors.data(), i - 1, i, limit, multi);
+            part->add(at.point, at.color);
+        } else if (inside && !part) {
+            part = &start();
+        }
+        if (inside)
+            part->add(run.points[i], run.colors[i]);
+    }
+}
+
+} // namespace
+
+std::span<const ColoredPoints> PageClipper::polyline(std::span<const SbVec4f> points,
+                                                     std::span<const SbColor> colors, float nearLimit) {
+    m_runs.count = 0;
+    ColoredPoints *run = nullptr;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        if (!isFinite(points[i])) {
+            run = nullptr;
+            continue;
+        }
+        if (!run)
+            run = &m_runs.start();
+        run->add(points[i], colors[i]);
+    }
+    const bool multi = isMulticolor(colors);
+    const auto pass = [&](const Limit &limit) {
+        m_nextRuns.count = 0;
+        for (const ColoredPoints &whole : m_runs.used())
+            clipRun(whole, limit, multi, [&]() -> ColoredPoints & { return m_nextRuns.start(); });
+        std::swap(m_runs, m_nextRuns);
+    };
+    pass({2, nearLimit, true});
+    for (ColoredPoints &inFront : std::span(m_runs.store.data(), m_runs.count)) {
+        divideByW(inFront.points);
+        if (!isFinite(inFront.points))
+            inFront.clear();
+    }
+    for (const Limit &limit : kPolylineLimits)
+        pass(limit);
+    return m_runs.used();
+}
+
+bool PageClipper::point(SbVec4f &p, float nearLimit, bool testSides) {
+    if (!isFinite(p) || !(nearLimit <= p[2]))
+        return false;
+    p.setValue(p[0] / p[3], p[1] / p[3], p[2] / p[3], 1.0f);
+    return isFinite(p) && (testSides ? insideSides(p) : kFar.contains(p));
+}
+
+int PageClipper::marks(std::span<SbVec4f> points, float nearLimit) {
+    int kept = 0;
+    for (SbVec4f p : points)
+        if (point(p, nearLimit, true))
+            points[kept++] = p;
+    return kept;
+}
+
+} // namespace oravane

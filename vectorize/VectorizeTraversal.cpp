@@ -1,0 +1,461 @@
+#include "vectorize/VectorizeTraversal.h"
+
+#include <Inventor/SbViewVolume.h>
+#include <Inventor/SoPath.h>
+#include <Inventor/SoPrimitiveVertex.h>
+#include <Inventor/elements/SoEnvironmentElement.h>
+#include <Inventor/elements/SoLazyElement.h>
+#include <Inventor/elements/SoLightElement.h>
+#include <Inventor/elements/SoViewportRegionElement.h>
+#include <Inventor/lists/SoNodeList.h>
+#include <Inventor/nodes/SoCamera.h>
+#include <Inventor/nodes/SoDirectionalLight.h>
+#include <Inventor/nodes/SoDrawStyle.h>
+#include <Inventor/nodes/SoLightModel.h>
+#include <Inventor/nodes/SoMarkerSet.h>
+#include <Inventor/nodes/SoMaterialBinding.h>
+#include <Inventor/nodes/SoPointLight.h>
+#include <Inventor/nodes/SoQuadMesh.h>
+#include <Inventor/nodes/SoShape.h>
+#include <Inventor/nodes/SoShapeHints.h>
+#include <Inventor/nodes/SoSpotLight.h>
+#include <Inventor/nodes/SoText2.h>
+
+#include <algorithm>
+#include <array>
+
+ORAVANE_VECTORIZE_BEGIN
+
+using oravane::ColoredPoints;
+using oravane::Light;
+
+namespace {
+
+SbVec4f transformed(const SbMatrix &matrix, const SbVec4f &p) {
+    const SbMat &m = matrix.getValue();
+    SbVec4f result;
+    for (int k = 0; k < 4; ++k)
+        result[k] = p[0] * m[0][k] + p[1] * m[1][k] + p[2] * m[2][k] + p[3] * m[3][k];
+    return result;
+}
+
+SbVec4f homogeneous(const SbVec3f &p) {
+    return SbVec4f(p[0], p[1], p[2], 1.0f);
+}
+
+const SbVec4f kOrigin(0, 0, 0, 1);
+
+short clampToShort(float value) {
+    return static_cast<short>(std::clamp(value, 1.0f, 32767.0f));
+}
+
+short imageExtent(int field, short source) {
+    return field < 0 ? source : static_cast<short>(std::min(field, 32767));
+}
+
+} // namespace
+
+// ---------------------------------------------------------------------------------------------- callbacks
+
+template <auto Member>
+SoCallbackAction::Response SoVectorizeAction::Traversal::nodeCallback(void *self, SoCallbackAction *action,
+                                                                      const SoNode *node) {
+    auto *traversal = static_cast<Traversal *>(self);
+    traversal->m_callback = action;
+    (traversal->*Member)(node);
+    return SoCallbackAction::CONTINUE;
+}
+
+void SoVectorizeAction::Traversal::triangleCallback(void *self, SoCallbackAction *action,
+                                                    const SoPrimitiveVertex *v0, const SoPrimitiveVertex *v1,
+                                                    const SoPrimitiveVertex *v2) {
+    auto *traversal = static_cast<Traversal *>(self);
+    traversal->m_callback = action;
+    const SoPrimitiveVertex *const vertices[] = {v0, v1, v2};
+    traversal->drawTriangle(vertices);
+}
+
+void SoVectorizeAction::Traversal::lineCallback(void *self, SoCallbackAction *action,
+                                                const SoPrimitiveVertex *v0, const SoPrimitiveVertex *v1) {
+    auto *traversal = static_cast<Traversal *>(self);
+    traversal->m_callback = action;
+    traversal->drawLineSegment(*v0, *v1);
+}
+
+void SoVectorizeAction::Traversal::pointCallback(void *self, SoCallbackAction *action,
+                                                 const SoPrimitiveVertex *v) {
+    auto *traversal = static_cast<Traversal *>(self);
+    traversal->m_callback = action;
+    traversal->drawPoint(*v);
+}
+
+void SoVectorizeAction::Traversal::registerCallbacks(SoCallbackAction &action) {
+    const SoType shape = SoShape::getClassTypeId();
+    action.addPreCallback(SoCamera::getClassTypeId(), nodeCallback<&Traversal::fitCamera>, this);
+    action.addTriangleCallback(shape, triangleCallback, this);
+    action.addLineSegmentCallback(shape, lineCallback, this);
+    action.addPointCallback(shape, pointCallback, this);
+    action.addPostCallback(SoText2::getClassTypeId(), nodeCallback<&Traversal::drawText2>, this);
+    action.addPostCallback(SoNode::getClassTypeId(), nodeCallback<&Traversal::finishNode>, this);
+    action.addPostCallback(SoImage::getClassTypeId(), nodeCallback<&Traversal::drawImage>, this);
+}
+
+/// Gives the camera the drawing's aspect: one window pixel a millimetre.
+void SoVectorizeAction::Traversal::fitCamera(const SoNode *) {
+    SoState *state = m_callback->getState();
+    SbViewportRegion region = SoViewportRegionElement::get(state);
+    region.setWindowSize(clampToShort(m_action.getWidth()), clampToShort(m_action.getHeight()));
+    SoViewportRegionElement::set(state, region);
+}
+
+void SoVectorizeAction::Traversal::finishNode(const SoNode *node) {
+    const bool isMarkerSet = node->isOfType(SoMarkerSet::getClassTypeId());
+    if (m_pending != NOTHING)
+        sendPoints(isMarkerSet ? const_cast<SoMarkerSet *>(static_cast<const SoMarkerSet *>(node)) : nullptr);
+    m_shapeIsKnown = false;
+}
+
+// ---------------------------------------------------------------------------------- what a shape stands in
+
+void SoVectorizeAction::Traversal::openStore() {
+    const HLHSRMode mode = m_action.getHLHSRMode();
+    if (mode != HLHSR_NONE)
+        m_store =
+            std::make_unique<SoHLHSRVectorize>(&m_action, static_cast<SoHLHSRVectorize::HLHSRMode>(mode - 1));
+}
+
+void SoVectorizeAction::Traversal::closeStore() {
+    if (m_store)
+        m_store->endHLHSR();
+    m_store.reset();
+}
+
+/// Each view of a page has a clip of its own and is sorted by itself.
+void SoVectorizeAction::Traversal::enterView() {
+    const SbViewportRegion &region = m_callback->getViewportRegion();
+    if (!m_action.m_viewportKnown || !(region == m_action.m_viewport)) {
+        if (m_store && m_action.m_viewportKnown)
+            m_store->endHLHSR();
+        if (m_store)
+            m_store->startHLHSR();
+        m_action.m_viewport = region;
+        m_action.setHardwareClip();
+    }
+    m_action.m_viewportKnown = 1;
+}
+
+/// The state of the shape being drawn, or null when it is invisible.
+const SoVectorizeAction::Traversal::Shape *SoVectorizeAction::Traversal::visibleShape() {
+    if (!m_shapeIsKnown) {
+        enterView();
+        readShape();
+        m_shapeIsKnown = true;
+    }
+    return m_shape.drawStyle == SoDrawStyle::INVISIBLE ? nullptr : &m_shape;
+}
+
+void SoVectorizeAction::Traversal::readShape() {
+    SoCallbackAction &action = *m_callback;
+    Shape &s = m_shape;
+    s.viewToClip = action.getProjectionMatrix();
+    s.modelToView = action.getModelMatrix();
+    s.modelToView.multRight(action.getViewingMatrix());
+    s.modelToClip = s.modelToView;
+    s.modelToClip.multRight(s.viewToClip);
+    const float nearDistance = action.getViewVolume().getNearDist();
+    s.nearLimit = nearDistance < 0 ? nearDistance : transformed(s.viewToClip, {0, 0, -nearDistance, 1})[2];
+    s.drawStyle = action.getDrawStyle();
+    s.lineWidth = action.getLineWidth();
+    s.linePattern = action.getLinePattern();
+    s.pointSize = action.getPointSize();
+
+    const SoNode *node = action.getCurPathTail();
+    s.isImage = node && node->isOfType(SoImage::getClassTypeId());
+    s.quadRow = 0;
+    const auto binding = action.getMaterialBinding();
+    if (node && node->isOfType(SoQuadMesh::getClassTypeId()) &&
+        (binding == SoMaterialBinding::PER_FACE || binding == SoMaterialBinding::PER_FACE_INDEXED))
+        s.quadRow = static_cast<const SoQuadMesh *>(node)->verticesPerRow.getValue();
+    s.numDiffuse = SoLazyElement::getInstance(action.getState())->getNumDiffuse();
+    s.isLit = m_action.isLightingEnabled() && action.getLightModel() == SoLightModel::PHONG;
+    if (s.isLit)
+        readLighting();
+}
+
+void SoVectorizeAction::Traversal::readLighting() {
+    SoState *state = m_callback->getState();
+    // Normals keep standing on their surface under a scaling that differs by direction.
+    m_shape.normalToView = m_shape.modelToView.inverse().transpose();
+    m_shape.environment.ambient =
+        SoEnvironmentElement::getAmbientColor(state) * SoEnvironmentElement::getAmbientIntensity(state);
+    m_shape.environment.attenuation = m_callback->getLightAttenuation();
+    m_shape.environment.isTwoSided = m_callback->getVertexOrdering() != SoShapeHints::UNKNOWN_ORDERING &&
+                                     m_callback->getShapeType() != SoShapeHints::SOLID;
+    readLights();
+}
+
+namespace {
+
+Light lightOf(const SoLight &node, const SbMatrix &toView) {
+    Light light;
+    light.intensity = node.intensity.getValue();
+    light.color = node.color.getValue();
+    if (node.isOfType(SoDirectionalLight::getClassTypeId())) {
+        light.direction = static_cast<const SoDirectionalLight &>(node).direction.getValue();
+    } else if (node.isOfType(SoPointLight::getClassTypeId())) {
+        light.kind = Light::POINT;
+        light.position = static_cast<const SoPointLight &>(node).location.getValue();
+    } else if (node.isOfType(SoSpotLight::getClassTypeId())) {
+        const auto &spot = static_cast<const SoSpotLight &>(node);
+        light.kind = Light::SPOT;
+        light.direction = spot.direction.getValue();
+        light.position = spot.location.getValue();
+        light.dropOffRate = spot.dropOffRate.getValue();
+        light.cutOffAngle = spot.cutOffAngle.getValue();
+    }
+    toView.multVecMatrix(light.position, light.position);
+    toView.multDirMatrix(light.direction, light.direction);
+    if (light.direction.length() > 0)
+        light.direction.normalize();
+    return light;
+}
+
+} // namespace
+
+void SoVectorizeAction::Traversal::readLights() {
+    SoState *state = m_callback->getState();
+    const SoNodeList &nodes = SoLightElement::getLights(state);
+    m_lights.clear();
+    for (int i = 0; i < nodes.getLength(); ++i) {
+        const auto &node = *static_cast<const SoLight *>(nodes[i]);
+        if (node.on.getValue())
+            m_lights.push_back(lightOf(node, SoLightElement::getMatrix(state, i)));
+    }
+}
+
+// ------------------------------------------------------------------------------------------------- colours
+
+int SoVectorizeAction::Traversal::materialIndex(const SoPrimitiveVertex &vertex) const {
+    int index = vertex.getMaterialIndex();
+    if (m_shape.quadRow > 1 && index >= 0) {
+        // The toolkit counts the faces of a quad mesh as if each row had one more, and from 1 in each row.
+        const int n = m_shape.quadRow;
+        index = index / n * (n - 1) + index % n - 1;
+    }
+    return std::clamp(index, 0, std::max(m_shape.numDiffuse - 1, 0));
+}
+
+SoVectorizeAction::Traversal::Color SoVectorizeAction::Traversal::colorOf(int index) {
+    SoState *state = m_callback->getState();
+    return {m_action.translateColor(SoLazyElement::getDiffuse(state, index)),
+            SoLazyElement::getTransparency(state, index) == 1.0f};
+}
+
+SoVectorizeAction::Traversal::Color SoVectorizeAction::Traversal::litColorOf(const SoPrimitiveVertex &vertex,
+                                                                             const SbVec4f &viewPoint) {
+    oravane::LightMaterial material;
+    float transparency = 0;
+    m_callback->getMaterial(material.ambient, material.diffuse, material.specular, material.emission,
+                            material.shininess, transparency, materialIndex(vertex));
+    if (transparency == 1.0f)
+        return {SbColor(0, 0, 0), true};
+    SbVec3f normal;
+    m_shape.normalToView.multDirMatrix(vertex.getNormal(), normal);
+    if (normal.length() > 0)
+        normal.normalize();
+    const SbVec3f point(viewPoint[0], viewPoint[1], viewPoint[2]);
+    SbColor color = oravane::litColor(material, point, normal, m_lights, m_shape.environment);
+    if (m_action.getColorTranslationMethod() == SWAP_BLACK_WHITE && color == SbColor(1, 1, 1))
+        color[2] = 0.9999f; // a bright surface must not turn black
+    return {m_action.translateColor(color), false};
+}
+
+/// Transforms the points to clip coordinates and colours them; false when all of them are transparent.
+bool SoVectorizeAction::Traversal::colorTriangle(const SoPrimitiveVertex *const vertices[3], SbVec4f *points,
+                                                 SbColor *colors) {
+    bool isVisible = false;
+    const SbMatrix &first = m_shape.isLit ? m_shape.modelToView : m_shape.modelToClip;
+    for (int k = 0; k < 3; ++k) {
+        points[k] = transformed(first, homogeneous(vertices[k]->getPoint()));
+        const Color c =
+            m_shape.isLit ? litColorOf(*vertices[k], points[k]) : colorOf(materialIndex(*vertices[k]));
+        colors[k] = c.color;
+        isVisible = isVisible || !c.isTransparent;
+    }
+    if (m_shape.isLit) {
+        const SbColor mean = (colors[0] + colors[1] + colors[2]) / 3.0f;
+        std::fill_n(colors, 3, mean);
+        for (int k = 0; k < 3; ++k)
+            points[k] = transformed(m_shape.viewToClip, points[k]);
+    }
+    return isVisible;
+}
+
+// ---------------------------------------------------------------------------------------------- primitives
+
+void SoVectorizeAction::Traversal::drawTriangle(const SoPrimitiveVertex *const vertices[3]) {
+    const Shape *shape = visibleShape();
+    std::array<SbVec4f, 3> points;
+    std::array<SbColor, 3> colors;
+    if (shape && !shape->isImage && colorTriangle(vertices, points.data(), colors.data()))
+        emitPolygon(m_clipper.polygon(points, colors, shape->nearLimit));
+}
+
+void SoVectorizeAction::Traversal::drawLineSegment(const SoPrimitiveVertex &from,
+                                                   const SoPrimitiveVertex &to) {
+    if (!visibleShape())
+        return;
+    const SbVec4f start = homogeneous(from.getPoint());
+    const SbVec4f end = homogeneous(to.getPoint());
+    const Color endColor = colorOf(materialIndex(to));
+    if (m_run.size() > 0 && start == m_run.points.back()) {
+        if (!endColor.isTransparent)
+            m_run.add(end, endColor.color);
+        return;
+    }
+    sendPoints(nullptr);
+    const Color startColor = colorOf(materialIndex(from));
+    if (startColor.isTransparent && endColor.isTransparent)
+        return;
+    m_run.add(start, startColor.color);
+    m_run.add(end, endColor.color);
+    m_pending = LINES;
+}
+
+void SoVectorizeAction::Traversal::drawPoint(const SoPrimitiveVertex &vertex) {
+    if (!visibleShape())
+        return;
+    const Color color = colorOf(materialIndex(vertex));
+    if (color.isTransparent)
+        return;
+    m_run.add(homogeneous(vertex.getPoint()), color.color);
+    m_pending = POINTS;
+}
+
+void SoVectorizeAction::Traversal::sendPoints(SoMarkerSet *markerSet) {
+    const Pending kind = m_pending;
+    m_pending = NOTHING;
+    if (kind != NOTHING && visibleShape()) {
+        for (SbVec4f &p : m_run.points)
+            p = transformed(m_shape.modelToClip, p);
+        if (kind == POINTS || markerSet)
+            sendMarks(markerSet);
+        else
+            sendPolyline();
+    }
+    m_run.clear();
+}
+
+void SoVectorizeAction::Traversal::sendPolyline() {
+    const int multicolor = oravane::isMulticolor(m_run.colors);
+    for (const ColoredPoints &part : m_clipper.polyline(m_run.points, m_run.colors, m_shape.nearLimit)) {
+        if (m_shape.drawStyle == SoDrawStyle::POINTS)
+            emitMarks(part.points.data(), part.size(), part.colors.data(), multicolor, nullptr);
+        else if (part.size() > 1)
+            emitPolyline(part.points.data(), part.size(), part.colors.data(), multicolor);
+    }
+}
+
+/// Points outside are left out, but the colours stay where they were.
+void SoVectorizeAction::Traversal::sendMarks(SoMarkerSet *markerSet) {
+    const int multicolor = oravane::isMulticolor(m_run.colors);
+    const int n = oravane::PageClipper::marks(m_run.points, m_shape.nearLimit);
+    emitMarks(m_run.points.data(), n, m_run.colors.data(), multicolor, markerSet);
+}
+
+void SoVectorizeAction::Traversal::drawText2(const SoNode *node) {
+    const Shape *shape = visibleShape();
+    if (!shape)
+        return;
+    const Color color = colorOf(0);
+    SbVec4f point = transformed(shape->modelToClip, kOrigin);
+    if (color.isTransparent || !oravane::PageClipper::point(point, shape->nearLimit, true))
+        return;
+    const auto &text = *static_cast<const SoText2 *>(node);
+    const char *font = m_callback->getFontName().getString();
+    const float size = m_callback->getFontSize();
+    const int count = text.string.getNum();
+    const SbString *strings = text.string.getValues(0);
+    if (m_store)
+        m_store->storeText2D(point, color.color, font, size, count, strings, text.spacing.getValue(),
+                             text.justification.getValue(), 0);
+    else
+        m_action.printTextLines(*project(&point, 1), color.color, font, size, count, strings,
+                                text.spacing.getValue(), text.justification.getValue(), 0);
+}
+
+void SoVectorizeAction::Traversal::drawImage(const SoNode *node) {
+    const Shape *shape = visibleShape();
+    const auto &image = *static_cast<const SoImage *>(node);
+    SbVec4f point = transformed(m_shape.modelToClip, kOrigin);
+    m_shapeIsKnown = false; // this callback is the last of its node
+    if (!shape || !oravane::PageClipper::point(point, shape->nearLimit, false))
+        return;
+    SbVec2s source;
+    int components = 0;
+    const unsigned char *pixels = image.image.getValue(source, components);
+    SbVec2s size(imageExtent(image.width.getValue(), source[0]),
+                 imageExtent(image.height.getValue(), source[1]));
+    const auto horizontal = static_cast<SoImage::HorAlignment>(image.horAlignment.getValue());
+    const auto vertical = static_cast<SoImage::VertAlignment>(image.vertAlignment.getValue());
+    if (m_store)
+        m_store->storeImage(point, pixels, size, source, components, horizontal, vertical);
+    else
+        m_action.printImage(*project(&point, 1), pixels, size, source, components, horizontal, vertical);
+}
+
+// ---------------------------------------------------------------------------------------- print or store
+
+const SbVec4f *SoVectorizeAction::Traversal::project(const SbVec4f *points, int n) {
+    m_projected.assign(points, points + n);
+    m_action.projectPoints(m_projected.data(), n);
+    return m_projected.data();
+}
+
+void SoVectorizeAction::Traversal::emitPolygon(const ColoredPoints &polygon) {
+    const int n = polygon.size();
+    if (n == 0)
+        return;
+    const Shape &s = m_shape;
+    const int multicolor = oravane::isMulticolor(polygon.colors);
+    if (s.drawStyle == SoDrawStyle::LINES) {
+        m_outline = polygon;
+        m_outline.add(polygon.points[0], polygon.colors[0]);
+        if (m_store)
+            m_store->storePolygon(m_outline.points.data(), n + 1, m_outline.colors.data(), multicolor,
+                                  s.lineWidth, s.pointSize, s.linePattern, PolyGon::LINES);
+        else
+            emitPolyline(m_outline.points.data(), n + 1, m_outline.colors.data(), multicolor);
+    } else if (m_store) {
+        const auto style = s.drawStyle == SoDrawStyle::POINTS ? PolyGon::POINTS : PolyGon::FILLED;
+        m_store->storePolygon(polygon.points.data(), n, polygon.colors.data(), multicolor, s.lineWidth,
+                              s.pointSize, s.linePattern, style);
+    } else if (s.drawStyle == SoDrawStyle::POINTS) {
+        emitMarks(polygon.points.data(), n, polygon.colors.data(), multicolor, nullptr);
+    } else {
+        m_action.printPolygon(project(polygon.points.data(), n), n, polygon.colors.data());
+    }
+}
+
+void SoVectorizeAction::Traversal::emitPolyline(const SbVec4f *points, int n, const SbColor *colors,
+                                                int multicolor) {
+    if (m_store)
+        m_store->storePolyLine(points, n, colors, multicolor, m_shape.lineWidth, m_shape.linePattern);
+    else
+        m_action.printPolyLine(project(points, n), n, colors, multicolor, m_shape.lineWidth,
+                               m_shape.linePattern);
+}
+
+void SoVectorizeAction::Traversal::emitMarks(const SbVec4f *points, int n, const SbColor *colors,
+                                             int multicolor, SoMarkerSet *markerSet) {
+    if (n < 1)
+        return;
+    if (m_store)
+        m_store->storePolyMark(points, n, colors, multicolor, m_shape.pointSize, markerSet);
+    else if (markerSet)
+        m_action.printPolyMark(project(points, n), n, colors, multicolor, markerSet);
+    else
+        m_action.printPolyMark(project(points, n), n, colors, multicolor, m_shape.pointSize);
+}
+
+ORAVANE_VECTORIZE_END
