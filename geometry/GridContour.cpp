@@ -6,23 +6,10 @@ namespace oravane {
 
 namespace {
 
-/// Flags of the cells of one row: -1 where the cell is missing, 0 where it exists. One more cell, a missing
-/// one, stands at each end, so that the edges of the border need no cases of their own.
-class CellFlags {
-public:
-    explicit CellFlags(int numJ) : m_flags(static_cast<std::size_t>(numJ) + 1, -1) {}
-    std::int32_t *data() { return m_flags.data() + 1; }
-    const std::int32_t *data() const { return m_flags.data() + 1; }
-    void setAllMissing() { std::fill(m_flags.begin(), m_flags.end(), -1); }
-
-private:
-    std::vector<std::int32_t> m_flags;
-};
-
-/// Calls `use(j)` for each j below `count` with `differs(j)` not 0. Mostly nothing differs: the test of a
-/// whole block is one that compilers turn into vector instructions.
-template <class Differs, class Use>
-void forEachDifference(int count, Differs differs, Use use) {
+/// Calls `meet(j)` for each j below `count` with `differs(j)` not 0. Mostly nothing differs: a block is
+/// passed by with one test.
+template <class Differs, class Meet>
+void forEachDifference(int count, Differs differs, Meet meet) {
     constexpr int block = 16;
     int j = 0;
     for (; j + block <= count; j += block) {
@@ -33,14 +20,27 @@ void forEachDifference(int count, Differs differs, Use use) {
             continue;
         for (int k = 0; k < block; ++k)
             if (differs(j + k) != 0)
-                use(j + k);
+                meet(j + k);
     }
     for (; j < count; ++j)
         if (differs(j) != 0)
-            use(j);
+            meet(j);
 }
 
 } // namespace
+
+/// Flags of the cells of one row: -1 where the cell is missing, 0 where it exists. One more cell, a missing
+/// one, stands at each end, so that the edges of the border need no cases of their own.
+class GridContour::CellFlags {
+public:
+    explicit CellFlags(int numJ) : m_flags(static_cast<std::size_t>(numJ) + 1, -1) {}
+    std::int32_t *data() { return m_flags.data() + 1; }
+    const std::int32_t *data() const { return m_flags.data() + 1; }
+    void setAllMissing() { std::fill(m_flags.begin(), m_flags.end(), -1); }
+
+private:
+    std::vector<std::int32_t> m_flags;
+};
 
 /// One row of cells, (i, 0) to (i, numJ - 2), with the numbers of the first crossings on its edges. A number
 /// is set only where the edge is crossed.
@@ -61,8 +61,13 @@ void GridContour::classify() {
     m_levels->classify({m_field.values, m_bands.size()}, m_bands.data());
 }
 
-void GridContour::findMissing(int i, std::int32_t *missing) const {
+void GridContour::findMissing(int i, CellFlags &flags) const {
+    if (i + 1 == m_field.numI) {
+        flags.setAllMissing();
+        return;
+    }
     const std::int32_t *near = bandsOf(i), *far = bandsOf(i + 1);
+    std::int32_t *missing = flags.data();
     for (int j = 0; j + 1 < m_field.numJ; ++j)
         missing[j] = (near[j] | near[j + 1] | far[j] | far[j + 1]) >> 31;
 }
@@ -74,10 +79,7 @@ void GridContour::count() {
     std::uint64_t alongI = 0, alongJ = 0;
     for (int i = 0; i < numI; ++i) {
         const std::int32_t *near = bandsOf(i), *before = flagsBefore.data(), *missing = flags.data();
-        if (i + 1 < numI)
-            findMissing(i, flags.data());
-        else
-            flags.setAllMissing();
+        findMissing(i, flags);
         for (int j = 0; j + 1 < numJ; ++j) {
             const std::uint32_t n = std::abs(near[j] - near[j + 1]) & ~(before[j] & missing[j]);
             m_columns[j] += n;
@@ -91,7 +93,6 @@ void GridContour::count() {
         }
         std::swap(flagsBefore, flags);
     }
-    m_numAlongI = alongI;
     m_numCrossings = alongI + alongJ;
     auto start = static_cast<std::uint32_t>(alongI);
     for (std::uint32_t &column : m_columns)
@@ -123,6 +124,17 @@ void GridContour::placeEdge(std::size_t a, std::size_t b, std::uint32_t first, A
     }
 }
 
+/// Lists the edges of a row that are crossed. Their values are far apart in memory that was read long ago:
+/// asked for all at once, they arrive while the first ones are worked on.
+template <class Differs>
+void GridContour::findCrossed(int count, Differs differs, const float *values) {
+    m_crossedEdges.clear();
+    forEachDifference(count, differs, [&](int j) {
+        __builtin_prefetch(values + j);
+        m_crossedEdges.push_back(j);
+    });
+}
+
 /// Meets all crossings, `put(number, level, point)`, and all rows of cells, `visit(row)`, each row after the
 /// crossings on its edges.
 template <class Positions, class Put, class Visit>
@@ -133,33 +145,32 @@ void GridContour::sweep(const Positions &positions, Put put, Visit visit) {
     std::uint32_t next = 0;
     for (int i = 0; i < numI; ++i) {
         const std::int32_t *bands = bandsOf(i), *before = flagsBefore.data(), *missing = flags.data();
-        if (i + 1 < numI)
-            findMissing(i, flags.data());
-        else
-            flags.setAllMissing();
+        findMissing(i, flags);
         const std::size_t node = static_cast<std::size_t>(i) * numJ;
-        forEachDifference(
-            numJ - 1, [=](int j) { return (bands[j] ^ bands[j + 1]) & ~(before[j] & missing[j]); },
-            [&](int j) {
-                onFar[j] = m_columns[j];
-                m_columns[j] += std::abs(bands[j] - bands[j + 1]);
-                placeEdge(
-                    node + j, node + j + 1, onFar[j],
-                    [&](float va, float vb) { return positions.alongJ(i, j, va, vb); }, put);
-            });
+        const float *values = m_field.values + node;
+        findCrossed(
+            numJ - 1, [=](int j) { return (bands[j] ^ bands[j + 1]) & ~(before[j] & missing[j]); }, values);
+        for (const int j : m_crossedEdges) {
+            onFar[j] = m_columns[j];
+            m_columns[j] += std::abs(bands[j] - bands[j + 1]);
+            placeEdge(
+                node + j, node + j + 1, onFar[j],
+                [&](float va, float vb) { return positions.alongJ(i, j, va, vb); }, put);
+        }
         if (i > 0)
             visit(Row{i - 1, bandsOf(i - 1), bands, before, along.data(), onNear.data(), onFar.data()});
         if (i + 1 < numI) {
             const std::int32_t *far = bandsOf(i + 1);
-            forEachDifference(
+            findCrossed(
                 numJ, [=](int j) { return (bands[j] ^ far[j]) & ~(missing[j - 1] & missing[j]); },
-                [&](int j) {
-                    along[j] = next;
-                    next += std::abs(bands[j] - far[j]);
-                    placeEdge(
-                        node + j, node + numJ + j, along[j],
-                        [&](float va, float vb) { return positions.alongI(i, j, va, vb); }, put);
-                });
+                values + numJ);
+            for (const int j : m_crossedEdges) {
+                along[j] = next;
+                next += std::abs(bands[j] - far[j]);
+                placeEdge(
+                    node + j, node + numJ + j, along[j],
+                    [&](float va, float vb) { return positions.alongI(i, j, va, vb); }, put);
+            }
         }
         std::swap(flagsBefore, flags);
         std::swap(onNear, onFar);
@@ -177,6 +188,7 @@ IsoCell GridContour::cellAt(const Row &row, int j) const {
 }
 
 void GridContour::linkCell(const Row &row, int j) {
+    // Not by cellAt: the values are not needed here, and reading them would cost more than all the rest.
     // The cell is the second one of the edges on its sides 0 and 3, the first one of those on 1 and 2.
     static constexpr int slot[4] = {1, 0, 0, 1};
     const std::int32_t bands[4] = {row.near[j], row.far[j], row.far[j + 1], row.near[j + 1]};
@@ -239,7 +251,7 @@ void GridContour::countCells(BandCounts &counts) const {
     const std::int32_t *missing = flags.data();
     std::uint64_t cells = 0, onSides = 0;
     for (int i = 0; i + 1 < m_field.numI; ++i) {
-        findMissing(i, flags.data());
+        findMissing(i, flags);
         const std::int32_t *near = bandsOf(i), *far = bandsOf(i + 1);
         for (int j = 0; j + 1 < m_field.numJ; ++j) {
             const int n = std::abs(near[j] - far[j]) + std::abs(far[j] - far[j + 1]) +
@@ -296,29 +308,6 @@ void GridContour::fillCell(const Row &row, int j, const Ppoint3 *crossings, Band
         [&faces](const CellCutter::Piece &piece) { faces.add(piece.points, piece.mean, piece.band); });
 }
 
-void GridContour::fillBands(const GridPositions &positions, Ppoint3 *points, BandFaces &faces) {
-    Ppoint3 *crossings = points + numNodes();
-    const auto put = [crossings](std::uint32_t number, std::int32_t, const Ppoint3 &point) {
-        crossings[number] = point;
-    };
-    const auto visit = [&](const Row &row) {
-        for (int j = 0; j + 1 < m_field.numJ; ++j) {
-            if (row.missing[j])
-                continue;
-            if (row.isCrossed(j))
-                fillCell(row, j, crossings, faces);
-            else
-                addRectangle(row.i, j, row.i + 1, j + 1, faces);
-        }
-    };
-    std::visit(
-        [&](const auto &p) {
-            placeNodes(p, points);
-            sweep(p, put, visit);
-        },
-        positions);
-}
-
 void GridContour::addMerged(int i0, int j0, BandFaces &faces) {
     const std::size_t rowLength = static_cast<std::size_t>(m_field.numJ) - 1;
     const auto isFree = [&](int i, int j) {
@@ -347,23 +336,25 @@ void GridContour::addMerged(int i0, int j0, BandFaces &faces) {
     addRectangle(i0, j0, bestI, bestJ, faces);
 }
 
-void GridContour::fillMergedBands(const GridPositions &positions, Ppoint3 *points, BandFaces &faces) {
-    Ppoint3 *crossings = points + numNodes();
-    if (numNodes() == 0)
-        return;
+void GridContour::fillBands(const GridPositions &positions, bool isMerging, Ppoint3 *points,
+                            BandFaces &faces) {
     const std::size_t rowLength = static_cast<std::size_t>(m_field.numJ) - 1;
-    m_done.assign(rowLength * (m_field.numI - 1), 0);
+    if (isMerging && numNodes() > 0)
+        m_done.assign(rowLength * (m_field.numI - 1), 0);
+    Ppoint3 *crossings = points + numNodes();
     const auto put = [crossings](std::uint32_t number, std::int32_t, const Ppoint3 &point) {
         crossings[number] = point;
     };
     const auto visit = [&](const Row &row) {
         for (int j = 0; j + 1 < m_field.numJ; ++j) {
-            if (row.missing[j] || m_done[row.i * rowLength + j])
+            if (row.missing[j] || (isMerging && m_done[row.i * rowLength + j]))
                 continue;
             if (row.isCrossed(j))
                 fillCell(row, j, crossings, faces);
-            else
+            else if (isMerging)
                 addMerged(row.i, j, faces);
+            else
+                addRectangle(row.i, j, row.i + 1, j + 1, faces);
         }
     };
     std::visit(

@@ -41,19 +41,19 @@ public:
     BandCounts countBands(const GridField &field, const IsoLevels &levels);
 
     /// Second half: writes all points, nodes first, to `points`, and the pieces, cell by cell, to `faces`.
-    void fillBands(const GridPositions &positions, Ppoint3 *points, BandFaces &faces);
-
-    /// As fillBands, but joins cells that no level crosses to rectangles, with the mean of the four corners
-    /// as their value. A rectangle starts at the first cell not yet drawn and is the one with the most cells
-    /// of all that grow from there, in direction i first. The pieces of crossed cells stand in between.
-    void fillMergedBands(const GridPositions &positions, Ppoint3 *points, BandFaces &faces);
+    ///
+    /// Merging joins cells that no level crosses to rectangles, with the mean of the four corners as their
+    /// value. A rectangle starts at the first cell not yet drawn and is the one with the most cells of all
+    /// that grow from there, in direction i first. The pieces of crossed cells stand in between.
+    void fillBands(const GridPositions &positions, bool isMerging, Ppoint3 *points, BandFaces &faces);
 
 private:
+    class CellFlags;
     struct Row;
 
     bool prepare(const GridField &field, const IsoLevels &levels);
     void classify();
-    void findMissing(int i, std::int32_t *missing) const;
+    void findMissing(int i, CellFlags &flags) const;
     void count();
     void countCells(BandCounts &counts) const;
     const std::int32_t *bandsOf(int i) const {
@@ -66,6 +66,8 @@ private:
     void placeNodes(const Positions &positions, Ppoint3 *points) const;
     template <class Positions, class Put, class Visit>
     void sweep(const Positions &positions, Put put, Visit visit);
+    template <class Differs>
+    void findCrossed(int count, Differs differs, const float *values);
     template <class Along, class Put>
     void placeEdge(std::size_t a, std::size_t b, std::uint32_t first, Along along, Put put) const;
     void linkRow(const Row &row);
@@ -78,9 +80,10 @@ private:
     GridField m_field;
     const IsoLevels *m_levels = nullptr;
     std::vector<std::int32_t> m_bands;
-    std::uint64_t m_numAlongI = 0, m_numCrossings = 0;
+    std::uint64_t m_numCrossings = 0;
     std::vector<std::uint32_t>
-        m_columns; ///< crossings of the edges (., j)-(., j + 1): how many, where to go on
+        m_columns;                   ///< crossings of the edges (., j)-(., j + 1): how many, where to go on
+    std::vector<int> m_crossedEdges; ///< of one row, by j
     std::vector<IsoCrossing> m_crossings;
     std::vector<std::uint32_t> m_border;
     std::vector<std::uint8_t> m_done; ///< cells that stand in a rectangle already

@@ -134,10 +134,8 @@ void PiContouringFilled::cutCells(bool isMerging) {
     BandFaces faces(m_output->table, indices, work.pieceBands.data());
     if (!isGrid)
         work.indexed.fillBands(points, faces);
-    else if (isMerging)
-        work.grid.fillMergedBands(work.positions, points, faces);
     else
-        work.grid.fillBands(work.positions, points, faces);
+        work.grid.fillBands(work.positions, isMerging, points, faces);
     colorPieces(faces, counts.pieces);
     m_output->coordinates->point.finishEditing();
     m_output->faces->coordIndex.finishEditing();

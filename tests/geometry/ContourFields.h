@@ -53,6 +53,8 @@ inline std::vector<ContourCase> contourCases() {
         contourCase("levels twice", 11, 11, {0.3f, 0.3f, 0.7f}, [&](int, int) { return uniform(); }),
         contourCase("levels out of order", 11, 11, {0.5f, 0.1f, 0.8f, 0.6f},
                     [&](int, int) { return uniform(); }),
+        contourCase("saddles, levels out of order", 8, 8, {0.2f, 0.8f, 0.4f, 0.6f},
+                    [](int i, int j) { return (i + j) % 2; }),
         contourCase("uniform", 6, 7, {1, 2, 3}, [](int, int) { return 2; }),
         contourCase("levels outside", 6, 7, {-5, 5}, [&](int, int) { return uniform(); }),
         contourCase("no levels", 6, 7, {}, smooth),
