@@ -15,9 +15,9 @@ namespace {
 
 SoSeparator *newPerspectiveScene() {
     auto *camera = new SoPerspectiveCamera;
-    camera->position.setValue(-4500, -6500, 9800);
-    camera->pointAt(SbVec3f(4900, 6000, 1500), SbVec3f(0, 0, 1));
-    camera->heightAngle = 0.50f;
+    camera->position.setValue(-5600, -7800, 10400);
+    camera->pointAt(SbVec3f(4700, 6000, 700), SbVec3f(0, 0, 1));
+    camera->heightAngle = 0.53f;
     camera->nearDistance = 2000;
     camera->farDistance = 40000;
     auto *light = new SoDirectionalLight;
