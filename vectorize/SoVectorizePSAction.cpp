@@ -152,7 +152,7 @@ void SoVectorizePSAction::printBorder() {
     const bool clipIsOpen = isViewportKnown();
     if (borderWidth > 0) {
         const float width = getWidth(), height = getHeight();
-        if (!clipIsOpen)
+        if (!clipIsOpen && isPageMode())
             text << "gsave\n";
         (text << "grestore\nnewpath\n0 0 moveto\n").fixed2(width) << " 0 lineto\n";
         text.fixed2(width) << " ";
