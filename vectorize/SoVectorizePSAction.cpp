@@ -25,9 +25,20 @@ constexpr int kLongestLine = 78;   ///< a line of points ends beyond so many cha
 constexpr int kLongestPolygonLine = 66;
 constexpr int kHexDigitsOnBitmapLine = 40;
 constexpr int kBytesOnImageLine = 40;
+constexpr std::size_t kLargestPiece = 1 << 16; ///< of an image's text in memory
 
 double grey(double red, double green, double blue) {
     return 0.3 * red + 0.59 * green + 0.11 * blue;
+}
+
+/// True for a length that would be written as 0: an interpreter refuses to scale by it.
+bool vanishes(float millimeters) {
+    return !std::isfinite(millimeters) || std::fabs(millimeters) <= 0.005f;
+}
+
+/// Widths and sizes of 0, and what is no width, count as 1.
+float orOne(float multiple) {
+    return multiple > 0 && std::isfinite(multiple) ? multiple : 1.0f;
 }
 
 int pagePoints(float millimeters) {
@@ -39,6 +50,7 @@ int pagePoints(float millimeters) {
 /// What the page's interpreter has been told, and the text on its way to the file.
 struct SoVectorizePSAction::Page {
     oravane::PageText text;
+    bool isColored = true; ///< which prolog the page has
     std::unordered_set<int> bitmaps;
     int bitmapIndex = kNoBitmap;
     SbColor color{-1, -1, -1};
@@ -82,10 +94,11 @@ void SoVectorizePSAction::writeHeader() {
     const SbVec2f &origin = getPageOrigin();
     const float nominal = getNominalMillimeters();
     *m_page = Page();
+    m_page->isColored = m_psOutput->getColored() != 0;
     m_page->pointSize = m_page->lineWidth = nominal;
 
     oravane::PageText &text = m_page->text;
-    text << oravane::psProlog(m_psOutput->getColored(), pagePoints(size[0]), pagePoints(size[1]));
+    text << oravane::psProlog(m_page->isColored, pagePoints(size[0]), pagePoints(size[1]));
     text.fixed(kPointsPerMillimeter, 6) << " ";
     text.fixed(kPointsPerMillimeter, 6) << " scale\n";
     text << "/linecap " << kLineCaps[std::clamp<int>(getLineEndStyle(), 0, 3)]
@@ -186,7 +199,7 @@ void SoVectorizePSAction::assignColor(SbColor color, float width) {
         return;
     m_page->color = color;
     oravane::PageText &text = m_page->text;
-    if (m_psOutput->getColored()) {
+    if (m_page->isColored) {
         for (int k = 0; k < 3; ++k) {
             text.shortFixed2(color[k]);
             text << " ";
@@ -260,7 +273,7 @@ void SoVectorizePSAction::printPolyLine(const SbVec4f *points, int n, const SbCo
                                         float width, unsigned short pattern) {
     if (n < 1 || pattern == 0)
         return;
-    const float lineWidth = (width == 0 ? 1.0f : width) * getNominalMillimeters();
+    const float lineWidth = orOne(width) * getNominalMillimeters();
     assignWidth(lineWidth);
     assignPattern(pattern);
     oravane::PageText &text = m_page->text;
@@ -286,7 +299,7 @@ void SoVectorizePSAction::printPolyMark(const SbVec4f *points, int n, const SbCo
                                         float size) {
     if (n < 1)
         return;
-    const float pointSize = (size == 0 ? 1.0f : size) * getNominalMillimeters();
+    const float pointSize = orOne(size) * getNominalMillimeters();
     oravane::PageText &text = m_page->text;
     if (pointSize != m_page->pointSize) {
         m_page->pointSize = pointSize;
@@ -376,7 +389,7 @@ void SoVectorizePSAction::printPolyMark(const SbVec4f *points, int n, const SbCo
     const int numIndices = markerSet ? markerSet->markerIndex.getNum() : 0;
     const float nominal = getNominalMillimeters();
     oravane::PageText &text = m_page->text;
-    for (int i = 0; i < n && numIndices > 0; ++i) {
+    for (int i = 0; i < n && numIndices > 0 && !vanishes(nominal); ++i) {
         const int index = markerSet->markerIndex[i % numIndices];
         SbVec2s pixels;
         if (!createBitmap(index, pixels))
@@ -400,6 +413,8 @@ void SoVectorizePSAction::printPolyMark(const SbVec4f *points, int n, const SbCo
 void SoVectorizePSAction::printText2(SbVec4f point, SbColor color, const char *fontName, float size,
                                      const char *string, int justification, float angle) {
     enum { LEFT = 1, RIGHT = 2, CENTER = 3 };
+    if (vanishes(size * getNominalMillimeters()))
+        return;
     assignColor(color, getNominalMillimeters());
     assignFont(fontName, size);
     oravane::PageText &text = m_page->text;
@@ -420,13 +435,15 @@ void SoVectorizePSAction::printText2(SbVec4f point, SbColor color, const char *f
 void SoVectorizePSAction::writePixels(const unsigned char *pixels, const SbVec2s &size, int components) {
     oravane::PageText &text = m_page->text;
     const bool hasColors = components >= 3;
-    const bool writesColors = hasColors && m_psOutput->getColored();
+    const bool writesColors = hasColors && m_page->isColored;
     int onLine = 0;
     const auto put = [&](unsigned char byte) {
         text.hexByte(byte);
         if (++onLine == kBytesOnImageLine) {
             text << "\n";
             onLine = 0;
+            if (text.view().size() > kLargestPiece)
+                send();
         }
     };
     const long count = static_cast<long>(size[0]) * size[1];
@@ -447,6 +464,8 @@ void SoVectorizePSAction::printImage(const SbVec4f &point, const unsigned char *
         return;
     const float pixel = getPixelMillimeters();
     const SbVec2f extent(size[0] * pixel, size[1] * pixel);
+    if (vanishes(extent[0]) || vanishes(extent[1]))
+        return;
     const float halves[] = {0, 0.5f, 1};
     const SbVec2f low(point[0] - extent[0] * halves[std::clamp<int>(horizontal, 0, 2)],
                       point[1] - extent[1] * halves[std::clamp<int>(vertical, 0, 2)]);
@@ -459,7 +478,7 @@ void SoVectorizePSAction::printImage(const SbVec4f &point, const unsigned char *
         text.fixed2(pair[1]) << "\n";
     }
     text << sourceSize[0] << "\n";
-    if (m_psOutput->getColored())
+    if (m_page->isColored)
         text << (components < 3 ? 1 : 3) << "\n";
     text << "DisplayImage\n";
     writePixels(pixels, sourceSize, components);

@@ -40,9 +40,9 @@ class SoVectorOutput;
 /// Line widths, marker sizes and font sizes are multiples of the nominal width. Setters ignore numbers that
 /// are not finite. An unknown unit counts 0 millimetres. Colours pass through the colour translation first.
 ///
-/// Shapes without a material index, fully transparent vertices (transparency exactly 1 at all vertices of a
-/// triangle, both ends of a line, the point) and invisible draw styles draw nothing; a primitive with a
-/// coordinate that is not finite is left out.
+/// What is fully transparent (transparency exactly 1 at all vertices of a triangle, at both ends of a line,
+/// at the point) or has the invisible draw style draws nothing; a primitive with a coordinate that is not
+/// finite is left out. One traversal at a time: an action must not be applied from inside its own operations.
 class ORAVANE_API SoVectorizeAction {
 public:
     enum DimensionUnit : int { INCH = 0, MILLIMETER = 1, METER = 2 };

@@ -92,8 +92,8 @@ inline int count(const std::string &text, const std::string &what) {
 inline std::string complaints(const std::string &page) {
     const TemporaryFile file, log(".log");
     std::ofstream(file.path(), std::ios::binary) << page;
-    const std::string command =
-        "gs -q -dSAFER -dBATCH -dNOPAUSE -sDEVICE=nullpage " + file.path() + " > " + log.path() + " 2>&1";
+    const std::string command = "timeout 60 gs -q -dSAFER -dBATCH -dNOPAUSE -sDEVICE=nullpage " +
+                                file.path() + " > " + log.path() + " 2>&1";
     const int status = std::system(command.c_str());
     const std::string said = readFile(log.path());
     return status == 0 && said.empty() ? "" : "gs exits with " + std::to_string(status) + ": " + said;

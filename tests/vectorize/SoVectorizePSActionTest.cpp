@@ -406,6 +406,25 @@ TEST(SoVectorizePSAction, SeveralDrawingsOnAPage) {
     }
 }
 
+TEST(SoVectorizePSAction, SizesOfNothingAndLessLeaveAGoodPage) {
+    const Scene scene(withCamera("Font { size 0 } DrawStyle { lineWidth -3 pointSize -1 } " + kEverything +
+                                 "Font { size 0 } Text2 { string \"gone\" }"));
+    const float inf = std::numeric_limits<float>::infinity();
+    for (const float unit : {0.0f, 1e-9f, -1.0f}) {
+        SoVectorizePSAction action;
+        action.setNominalWidth(unit, SoVectorizeAction::MILLIMETER);
+        action.setPixelImageSize(unit, SoVectorizeAction::MILLIMETER);
+        action.setNominalWidth(inf, SoVectorizeAction::MILLIMETER);
+        EXPECT_EQ(complaints(pageOf(action, scene)), "") << unit;
+        EXPECT_EQ(count(pageOf(action, scene), "(gone)"), 0);
+    }
+    for (const float size : {0.0f, 1e-9f, -50.0f}) {
+        SoVectorizePSAction action;
+        action.setDrawingDimensions(size, size, SoVectorizeAction::MILLIMETER);
+        EXPECT_EQ(complaints(pageOf(action, scene)), "") << size;
+    }
+}
+
 /// A comma locale, made on the spot when the machine has the sources of locales; else nothing changes.
 class CommaLocale {
 public:
@@ -466,8 +485,8 @@ Bitmap painted(const std::string &page) {
     const TemporaryFile file, picture(".ppm");
     std::ofstream(file.path(), std::ios::binary) << page;
     const std::string command =
-        "gs -q -dSAFER -dBATCH -dNOPAUSE -sDEVICE=ppmraw -r72 -g400x400 -sOutputFile=" + picture.path() +
-        " " + file.path();
+        "timeout 60 gs -q -dSAFER -dBATCH -dNOPAUSE -sDEVICE=ppmraw -r72 -g400x400 -sOutputFile=" +
+        picture.path() + " " + file.path();
     EXPECT_EQ(std::system(command.c_str()), 0);
     const std::string data = readFile(picture.path());
     Bitmap bitmap{400, 400, ""};
