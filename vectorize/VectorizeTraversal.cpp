@@ -202,7 +202,9 @@ void SoVectorizeAction::Traversal::readLighting() {
     m_shape.normalToView = m_shape.modelToView.inverse().transpose();
     m_shape.environment.ambient =
         SoEnvironmentElement::getAmbientColor(state) * SoEnvironmentElement::getAmbientIntensity(state);
-    m_shape.environment.attenuation = m_callback->getLightAttenuation();
+    // The toolkit names the factor of the squared distance first.
+    const SbVec3f attenuation = m_callback->getLightAttenuation();
+    m_shape.environment.attenuation.setValue(attenuation[2], attenuation[1], attenuation[0]);
     m_shape.environment.isTwoSided = m_callback->getVertexOrdering() != SoShapeHints::UNKNOWN_ORDERING &&
                                      m_callback->getShapeType() != SoShapeHints::SOLID;
     readLights();

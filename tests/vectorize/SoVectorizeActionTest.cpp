@@ -246,6 +246,24 @@ TEST(SoVectorizeAction, LitTrianglesAreFlat) {
     EXPECT_EQ(action.drawn[0].colors[0][0], 1);
 }
 
+TEST(SoVectorizeAction, LightsFadeAsTheToolkitCounts) {
+    // Factors of the squared distance, of the distance, and of 1; as a rule light does not fade.
+    for (const auto &[fading, brightness] : {std::pair("", 1.0),
+                                             {"Environment { attenuation 0.0003 0 1 }", 0.25},
+                                             {"Environment { attenuation 0 0.02 0 }", 0.5}}) {
+        RecordingAction action;
+        action.enableLighting(1);
+        action.setColorTranslationMethod(Action::KEEP_COLORS);
+        draw(action,
+             std::string(fading) +
+                 "PointLight { location 0 0 100 } Material { ambientColor 0 0 0 diffuseColor 0 .5 1 } "
+                 "Normal { vector 0 0 1 } NormalBinding { value OVERALL } " +
+                 kCorners + "FaceSet { }");
+        ASSERT_EQ(action.kinds(), "polygon ");
+        EXPECT_NEAR(action.drawn[0].colors[0][2], brightness, 1e-3) << fading;
+    }
+}
+
 TEST(SoVectorizeAction, LightsFollowTheViewAndTheModel) {
     // The whole scene is turned by half a turn about x together with the camera's place: light, normals and
     // points must be seen in one and the same frame.
