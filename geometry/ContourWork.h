@@ -3,7 +3,9 @@
 
 #include "geometry/GridContour.h"
 #include "geometry/IndexedContour.h"
+#include "geometry/MeshPositions.h"
 
+#include <optional>
 #include <vector>
 
 namespace oravane {
@@ -15,7 +17,7 @@ struct ContourWork {
     /// \name Structured grid
     /// @{
     int numI = 0, numJ = 0;
-    std::vector<float> axisI, axisJ; ///< copies of what the positions refer to, but for one x and y per node
+    std::optional<SteppedPositions> steps; ///< of a regular grid: what the positions refer to
     GridPositions positions = SeparablePositions{nullptr, nullptr};
     const float *nodeZ = nullptr;
     /// @}
@@ -44,10 +46,6 @@ struct ContourWork {
     GridField gridField() const { return {numI, numJ, values, z, nodeZ}; }
     MeshField meshField() const { return {isWalled ? inside : cells, nodes, values, z != nullptr}; }
 
-    /// Makes a grid of `numX` by `numY` nodes of it, the positions of which are still to be set.
-    void startGrid(int numX, int numY, const float *z3);
-    /// Copies the axes of the grid just started.
-    void setAxes(const float *x, const float *y);
     /// Writes the cells and nodes of the grid to `inside` and `nodes`.
     void spellOutGrid();
 };

@@ -2,25 +2,11 @@
 
 #include "geometry/ContourWork.h"
 
-#include <oravane/PbParalCartesianGrid2D.h>
-#include <oravane/PbPolarGrid2D.h>
-#include <oravane/PbRegularCartesianGrid2D.h>
-
 #include <Inventor/nodes/SoCoordinate3.h>
 
+#include <type_traits>
+
 namespace oravane {
-
-void ContourWork::startGrid(int numX, int numY, const float *z3) {
-    isGrid = true;
-    numI = numX;
-    numJ = numY;
-    nodeZ = z3;
-}
-
-void ContourWork::setAxes(const float *x, const float *y) {
-    axisI.assign(x, x + numI);
-    axisJ.assign(y, y + numJ);
-}
 
 void ContourWork::spellOutGrid() {
     inside.clear();
@@ -78,70 +64,38 @@ void PiContouring::setMesh(const PbMesh2D *mesh, const float *z) {
         mesh->meshContouring(this, z);
 }
 
-void PiContouring::setMesh(const PbCartesianGrid2D *mesh, const float *z) {
+template <class Grid>
+void PiContouring::setGrid(const Grid *grid, const float *z) {
     initGeometry();
-    if (const auto *axes = dynamic_cast<const PbParalCartesianGrid2D *>(mesh)) {
-        setMesh(axes, z);
+    if (!grid)
         return;
-    }
-    if (!mesh)
-        return;
-    int numX, numY;
-    const float *x, *y;
-    mesh->getGeometry(numX, numY, x, y);
-    m_work->startGrid(numX, numY, z);
-    m_work->positions = oravane::CartesianPositions{x, y, static_cast<std::size_t>(numY)};
+    m_work->isGrid = true;
+    m_work->nodeZ = z;
+    grid->getDim(m_work->numI, m_work->numJ);
+    if constexpr (std::is_same_v<Grid, PbRegularCartesianGrid2D>)
+        m_work->positions = m_work->steps.emplace(*grid).separable();
+    else
+        m_work->positions = oravane::positionsOf(*grid);
+}
+
+void PiContouring::setMesh(const PbCartesianGrid2D *mesh, const float *z) {
+    // A grid of two axes is a Cartesian one by descent, but does not have one x and one y for each node.
+    if (const auto *axes = dynamic_cast<const PbParalCartesianGrid2D *>(mesh))
+        setGrid(axes, z);
+    else
+        setGrid(mesh, z);
 }
 
 void PiContouring::setMesh(const PbParalCartesianGrid2D *mesh, const float *z) {
-    initGeometry();
-    if (!mesh)
-        return;
-    int numX, numY;
-    const float *x, *y;
-    mesh->getGeometry(numX, numY, x, y);
-    m_work->startGrid(numX, numY, z);
-    m_work->setAxes(x, y);
-    m_work->positions = oravane::SeparablePositions{m_work->axisI.data(), m_work->axisJ.data()};
+    setGrid(mesh, z);
 }
-
-namespace {
-
-/// Positions from `min` on by repeated addition, in double precision: in floats the last of thousands would
-/// miss the bound by a good part of a cell.
-void stepFrom(float min, float max, int count, std::vector<float> &axis) {
-    const double step = count > 1 ? (static_cast<double>(max) - min) / (count - 1) : 0;
-    axis.clear();
-    double position = min;
-    for (int k = 0; k < count; ++k, position += step)
-        axis.push_back(static_cast<float>(position));
-}
-
-} // namespace
 
 void PiContouring::setMesh(const PbRegularCartesianGrid2D *mesh, const float *z) {
-    initGeometry();
-    if (!mesh)
-        return;
-    int numX, numY;
-    float xmin, ymin, xmax, ymax;
-    mesh->getGeometry(numX, numY, xmin, ymin, xmax, ymax);
-    m_work->startGrid(numX, numY, z);
-    stepFrom(xmin, xmax, numX, m_work->axisI);
-    stepFrom(ymin, ymax, numY, m_work->axisJ);
-    m_work->positions = oravane::SeparablePositions{m_work->axisI.data(), m_work->axisJ.data()};
+    setGrid(mesh, z);
 }
 
 void PiContouring::setMesh(const PbPolarGrid2D *mesh, const float *z) {
-    initGeometry();
-    if (!mesh)
-        return;
-    int numX, numY;
-    const float *radius, *angle;
-    mesh->getGeometry(numX, numY, radius, angle);
-    m_work->startGrid(numX, numY, z);
-    m_work->setAxes(radius, angle);
-    m_work->positions = oravane::PolarPositions(m_work->axisI.data(), m_work->axisJ);
+    setGrid(mesh, z);
 }
 
 bool PiContouring::computeContouringPoints(const float *values, const float *z) {

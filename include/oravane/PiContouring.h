@@ -77,6 +77,10 @@ protected:
 
     const PbDataMapping *m_dataMapping = nullptr;
     std::unique_ptr<oravane::ContourWork> m_work;
+
+private:
+    template <class Grid>
+    void setGrid(const Grid *grid, const float *z);
 };
 
 #endif
