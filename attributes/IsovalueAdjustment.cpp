@@ -71,6 +71,7 @@ std::vector<Level> sortedLevels(std::span<const float> isovalues) {
     std::sort(sorted.begin(), sorted.end());
     sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
     std::vector<Level> levels;
+    levels.reserve(sorted.size());
     for (float value : sorted)
         levels.push_back({value});
     return levels;
@@ -91,6 +92,7 @@ void findNeighbours(const NodeValues &values, std::vector<Level> &levels) {
         bool isUsed = false;
     };
     std::vector<float> bounds;
+    bounds.reserve(levels.size());
     for (const Level &level : levels)
         bounds.push_back(level.value);
     std::vector<Interval> intervals(levels.size() + 1); // [i]: the field values between levels i - 1 and i

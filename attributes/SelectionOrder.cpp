@@ -25,6 +25,7 @@ std::vector<int> selectionOrder(std::span<const float> values) {
     std::vector<int> order(values.size());
     std::iota(order.begin(), order.end(), 0);
     std::vector<Candidate> all;
+    all.reserve(values.size());
     for (int i : order)
         all.push_back({values[i], i, i});
     std::priority_queue<Candidate> rest(std::less<Candidate>(), std::move(all));

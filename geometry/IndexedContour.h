@@ -15,7 +15,7 @@ namespace oravane {
 /// Triangle or quadrangle given by node numbers, in cycle order. 0 sides: the cell is left out.
 struct MeshCell {
     std::array<std::int32_t, 4> nodes;
-    std::int8_t sides;
+    std::uint8_t sides;
 };
 
 /// Adds a polygon of any number of nodes as a fan from its first one: quadrangles while two new sides are

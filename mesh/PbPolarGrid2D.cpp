@@ -54,6 +54,7 @@ SbVec2f PbPolarGrid2D::getNodeXY(int i, int j) const {
 
 void PbPolarGrid2D::getNodesCoord(const float *z, SoMFVec3f &coords) const {
     std::vector<SbVec2d> directions; // one sine and cosine per angle, not per node
+    directions.reserve(static_cast<std::size_t>(m_numY));
     for (int j = 0; j < m_numY; ++j)
         directions.push_back(directionOf(m_angle[j]));
     oravane::fillNodes(m_numX, m_numY, z, coords, [&](int i, int j) { return directions[j] * m_radius[i]; });

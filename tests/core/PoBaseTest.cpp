@@ -231,7 +231,7 @@ TEST(PoBase, TheDomainOfTheSceneReturnsWhenTheOwnOneGoes) {
 
 /// A kit that counts what its basic objects report, and may answer it.
 struct Listener : PoBase {
-    Listener() : PoBase() {}
+    Listener() = default;
     void basicObjectChange(PbBase *object) override {
         changes.push_back(object->getChangeType());
         if (onChange)
