@@ -7,6 +7,7 @@
 #include <oravane/PbMesh.h>
 #include <oravane/PiContouringFilled.h>
 #include <oravane/PiContouringLines.h>
+#include <oravane/PiVolundra.h>
 #include <oravane/PoDataMappingElement.h>
 #include <oravane/PoIsovaluesListElement.h>
 #include <oravane/PoMeshElement.h>
@@ -15,12 +16,25 @@
 
 SO_KIT_SOURCE(PoMesh)
 
+/// Opens the adjustment to the kit.
+class PoMesh::IsovalueAdjuster : public PiVolundra {
+public:
+    using PiVolundra::adjustIsoval;
+    using PiVolundra::adjustIsovalList;
+    using PiVolundra::adjustIsovalMultiple;
+    const std::vector<float> &adjustedList() {
+        m_isovalues.resize(static_cast<std::size_t>(m_numIsovalues));
+        return m_isovalues;
+    }
+    int isAdjusted() const { return m_isAdjusted; }
+};
+
 void PoMesh::initClass() {
     if (oravane::registersNow(classTypeId))
         SO_KIT_INIT_CLASS(PoMesh, PoVolundra, "PoVolundra");
 }
 
-PoMesh::PoMesh() {
+PoMesh::PoMesh() : m_adjuster(std::make_unique<IsovalueAdjuster>()) {
     SO_KIT_CONSTRUCTOR(PoMesh);
     SO_KIT_ADD_FIELD(valuesIndex, (-1));
     SO_KIT_ADD_FIELD(vecsIndex, (-1));
@@ -138,6 +152,26 @@ PiContouringLines &PoMesh::contouringLines() {
     if (!m_contouringLines)
         m_contouringLines = std::make_unique<PiContouringLines>();
     return *m_contouringLines;
+}
+
+void PoMesh::adjustIsoval(int num, const float *data, float &isovalue) {
+    m_adjuster->adjustIsoval(num, data, isovalue);
+}
+
+void PoMesh::adjustIsovalMultiple(int num1, const float *data1, int num2, const float *data2, int num3,
+                                  const float *data3, float &isovalue) {
+    m_adjuster->adjustIsovalMultiple(num1, data1, num2, data2, num3, data3, isovalue);
+}
+
+const std::vector<float> &PoMesh::adjustIsovalList(int num1, const float *data1, int num2, const float *data2,
+                                                   int num3, const float *data3) {
+    m_adjuster->setIsovaluesList(m_resolved.isovaluesList);
+    m_adjuster->adjustIsovalList(num1, data1, num2, data2, num3, data3);
+    return m_adjuster->adjustedList();
+}
+
+int PoMesh::isIsovalueAdjusted() const {
+    return m_adjuster->isAdjusted();
 }
 
 SbVec3f *PoMesh::newSbVec3f(int count) {

@@ -5,6 +5,8 @@
 
 #include <oravane/PoMeshElement.h>
 
+#include <Inventor/nodes/SoCoordinate3.h>
+
 SO_KIT_SOURCE(PoMesh2D)
 
 /// Points of the border polylines and the records that point into them; kept from one call to the next.
@@ -53,6 +55,14 @@ const float *PoMesh2D::zOf(const PbMesh2D &mesh) const {
 
 const float *PoMesh2D::valuesOf(const PbMesh2D &mesh) const {
     return valuesIndex.getValue() >= 0 ? mesh.getValuesSet(valuesIndex.getValue()) : nullptr;
+}
+
+SoCoordinate3 *PoMesh2D::makeSoCoordinate3(const float *z) {
+    if (!m_resolvedMesh)
+        return nullptr;
+    m_coordinate3 = new SoCoordinate3;
+    m_resolvedMesh->getNodesCoord(z, m_coordinate3->point);
+    return m_coordinate3;
 }
 
 void PoMesh2D::getMeshLimit(Ppoint_list_list3 &limits) {

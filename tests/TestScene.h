@@ -12,6 +12,7 @@
 
 #include <cstdlib>
 #include <string>
+#include <utility>
 
 namespace test {
 
@@ -24,7 +25,10 @@ public:
             m_node->ref();
     }
     Ref(const Ref &other) : Ref(other.m_node) {}
-    Ref &operator=(const Ref &) = delete;
+    Ref &operator=(Ref other) {
+        std::swap(m_node, other.m_node);
+        return *this;
+    }
     ~Ref() {
         if (m_node)
             m_node->unref();

@@ -76,6 +76,16 @@ protected:
     PiContouringFilled &contouringFilled();
     PiContouringLines &contouringLines();
 
+    /// Move isovalues off the values of a field, as `PiVolundra` does; `isIsovalueAdjusted` tells whether the
+    /// last call moved one. The list is that of the rebuild under way, and its adjusted values are valid
+    /// until the next call.
+    void adjustIsoval(int num, const float *data, float &isovalue);
+    void adjustIsovalMultiple(int num1, const float *data1, int num2, const float *data2, int num3,
+                              const float *data3, float &isovalue);
+    const std::vector<float> &adjustIsovalList(int num1, const float *data1, int num2, const float *data2,
+                                               int num3, const float *data3);
+    int isIsovalueAdjusted() const;
+
     /// Room for at least `count` vectors; grows and never shrinks. Valid until the next call.
     SbVec3f *newSbVec3f(int count);
 
@@ -93,11 +103,14 @@ protected:
     SoShapeHints *m_shapeHints = nullptr;
 
 private:
+    class IsovalueAdjuster;
+
     PoConnection<PbMesh> m_mesh{this};
     PoConnection<PbDataMapping> m_dataMapping{this};
     PoConnection<PbDataMapping> m_moduleDataMapping{this};
     PoConnection<PbIsovaluesList> m_isovaluesList{this};
     Resolved m_resolved;
+    std::unique_ptr<IsovalueAdjuster> m_adjuster;
     std::unique_ptr<PiContouringFilled> m_contouringFilled;
     std::unique_ptr<PiContouringLines> m_contouringLines;
     std::vector<SbVec3f> m_vectors;

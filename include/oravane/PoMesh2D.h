@@ -55,6 +55,10 @@ protected:
     /// The values of `valuesIndex`, or null.
     const float *valuesOf(const PbMesh2D &mesh) const;
 
+    /// A new node with all nodes of the mesh of the rebuild under way, in the order of their numbers; `z` has
+    /// one float for each, or is null for 0. Also stored as `m_coordinate3`. Null without a mesh.
+    SoCoordinate3 *makeSoCoordinate3(const float *z);
+
     void preRebuild() override;
 
 private:

@@ -433,6 +433,45 @@ TEST(PoMeshFilled, NormalsFollowTheOrderingOfTheShapeHints) {
     }
 }
 
+/// A representation of its own, as a program may write one: what the base offers to its rebuild.
+class Probe : public PoMesh2D {
+public:
+    void rebuild() override {
+        preRebuild();
+        coordinates =
+            test::Ref<SoCoordinate3>(makeSoCoordinate3(resolvedMesh() ? zOf(*resolvedMesh()) : nullptr));
+        if (resolvedMesh())
+            levels = adjustIsovalList(resolvedMesh()->getNumNodes(), valuesOf(*resolvedMesh()), 0, nullptr, 0,
+                                      nullptr);
+        isAdjusted = isIsovalueAdjusted();
+        postRebuild();
+    }
+    test::Ref<SoCoordinate3> coordinates;
+    std::vector<float> levels;
+    int isAdjusted = 0;
+};
+
+TEST(PoMesh2D, OffersNodesAndAdjustedLevelsToARepresentation) {
+    const std::vector<float> whole = field([](int i, int) { return static_cast<float>(i); });
+    const auto grid = regularGrid(whole);
+    PbIsovaluesList levels(2.f, 2.5f, 2);
+    const test::Ref<Probe> probe(new Probe);
+    probe->setMesh(grid.get());
+    probe->setIsovaluesList(&levels);
+    probe->valuesIndex = 0;
+    probe->zValuesIndex = 0;
+    probe->rebuild();
+    ASSERT_EQ(probe->levels.size(), 2u);
+    EXPECT_EQ(probe->levels[0], 2.01f);
+    EXPECT_EQ(probe->levels[1], 2.5f);
+    EXPECT_TRUE(probe->isAdjusted);
+    ASSERT_EQ(probe->coordinates->point.getNum(), NX * NY);
+    EXPECT_EQ(probe->coordinates->point[NX * NY - 1], SbVec3f(4, 6, 4));
+    probe->setMesh(nullptr);
+    probe->rebuild();
+    EXPECT_FALSE(probe->coordinates);
+}
+
 TEST(PoMesh2D, BorderOfAGridIsOneClosedLine) {
     const auto grid = regularGrid();
     const test::Ref<PoMeshFilled> kit(new PoMeshFilled);
