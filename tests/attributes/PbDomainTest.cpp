@@ -138,6 +138,13 @@ TEST(PoDomain, FieldsReachTheStateAtTheNextAction) {
 }
 
 TEST(PoDomain, ReadsTypesByNameAndByNumberAndSurvivesFiles) {
+    EXPECT_FALSE(test::readBack("#Inventor V2.1 ascii\nPoDomain { transformType SCALE_W_FIXED }\n"));
+    const auto unnamed = test::readBack("#Inventor V2.1 ascii\nPoDomain { transformType 7 }\n");
+    for (const bool isBinary : {false, true}) {
+        const auto again = test::readBack(test::written(unnamed->getChild(0), isBinary));
+        ASSERT_TRUE(again);
+        EXPECT_EQ(static_cast<PoDomain *>(again->getChild(0))->transformType.getValue(), 7);
+    }
     for (const char *word : {"SCALE_Y_FIXED", "2"}) {
         const auto root = test::readBack(
             std::string("#Inventor V2.1 ascii\nPoDomain { max 5 6 7 transformType ") + word + " }\n");
