@@ -31,8 +31,8 @@ PoNode::PoNode() {
 }
 
 PoNode::~PoNode() {
-    if (m_placeholder)
-        m_placeholder->unref();
+    if (m_standIn)
+        m_standIn->unref();
 }
 
 void PoNode::callback(SoCallbackAction *action) {
@@ -65,12 +65,12 @@ void PoNode::search(SoSearchAction *action) {
 }
 
 // A binary group states the number of its children, so something must stand where this node is left out.
-SoGroup *PoNode::placeholder() {
-    if (!m_placeholder) {
-        m_placeholder = new SoGroup;
-        m_placeholder->ref();
+SoGroup *PoNode::standIn() {
+    if (!m_standIn) {
+        m_standIn = new SoGroup;
+        m_standIn->ref();
     }
-    return m_placeholder;
+    return m_standIn;
 }
 
 void PoNode::addWriteReference(SoOutput *out, SbBool isFromField) {
@@ -78,7 +78,7 @@ void PoNode::addWriteReference(SoOutput *out, SbBool isFromField) {
     if (PoBase::getNodeWriteFormat() == PoBase::WRITE_FIELDS)
         SoNode::addWriteReference(out, isFromField);
     else if (out->isBinary())
-        placeholder()->addWriteReference(out, isFromField);
+        standIn()->addWriteReference(out, isFromField);
 }
 
 void PoNode::write(SoWriteAction *action) {
@@ -88,5 +88,5 @@ void PoNode::write(SoWriteAction *action) {
     if (PoBase::getNodeWriteFormat() == PoBase::WRITE_FIELDS)
         SoNode::write(action);
     else if (out->isBinary())
-        placeholder()->write(action);
+        standIn()->write(action);
 }

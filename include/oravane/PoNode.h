@@ -40,9 +40,9 @@ protected:
     ~PoNode() override;
 
 private:
-    SoGroup *placeholder();
+    SoGroup *standIn();
 
-    SoGroup *m_placeholder = nullptr;
+    SoGroup *m_standIn = nullptr;
 };
 
 #endif
