@@ -4,6 +4,21 @@
 #include <Inventor/nodes/SoTransform.h>
 
 #include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// Whether each side has a length by which one can scale.
+bool isBox(const SbVec3f &min, const SbVec3f &max) {
+    for (int axis = 0; axis < 3; ++axis) {
+        const float delta = max[axis] - min[axis];
+        if (!(delta > 0) || !std::isfinite(delta) || !std::isfinite(1 / delta))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
 
 PbDomain::PbDomain(float xmin, float ymin, float xmax, float ymax, BoundingBoxType type) {
     init(SbVec3f(xmin, ymin, 0), SbVec3f(xmax, ymax, 1), 2, type);
@@ -42,23 +57,24 @@ void PbDomain::setDomain(SbBox3f &box, BoundingBoxType type) {
 }
 
 void PbDomain::init(const SbVec3f &min, const SbVec3f &max, int numAxes, BoundingBoxType type) {
-    for (int axis = 0; axis < numAxes; ++axis)
-        if (!(min[axis] < max[axis]))
-            return;
     if (type != BBOX_AS_GIVEN && type != BBOX_MAX_CUBE && type != BBOX_MIN_CUBE)
         return;
     const SbVec3f sides = max - min;
     const float *begin = sides.getValue();
     const float side = type == BBOX_MAX_CUBE ? *std::max_element(begin, begin + numAxes)
                                              : *std::min_element(begin, begin + numAxes);
-    m_min = min;
-    m_max = max;
+    SbVec3f low = min, high = max;
     for (int axis = 0; axis < numAxes && type != BBOX_AS_GIVEN; ++axis) {
         const float sum = min[axis] + max[axis];
-        m_min[axis] = (sum - side) / 2;
-        m_max[axis] = (sum + side) / 2;
+        low[axis] = (sum - side) / 2;
+        high[axis] = (sum + side) / 2;
     }
-    m_delta = m_max - m_min;
+    // A cube may have lost its sides to rounding.
+    if (!isBox(min, max) || !isBox(low, high))
+        return;
+    m_min = low;
+    m_max = high;
+    m_delta = high - low;
 }
 
 void PbDomain::getDomain(float &xmin, float &ymin, float &xmax, float &ymax) const {

@@ -66,8 +66,8 @@ void PbNonLinearDataMapping2::setTable(Type type, int count, const float *values
     m_table = {type, std::vector<float>(count, 0.0f),
                std::vector<SbColor>(numColors, SbColor(0.0f, 0.0f, 0.0f)),
                std::vector<float>(numColors, 0.0f)};
-    notifyChange(CHANGE_GENERAL);
-    m_table = std::move(table);
+    if (notifyChange(CHANGE_GENERAL))
+        m_table = std::move(table);
 }
 
 const float *PbNonLinearDataMapping2::getValuesList(int &count) const {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <limits>
 #include <new>
 
 PbIntArrayBase::PbIntArrayBase(int initialCapacity, int step) : m_step(std::max(step, 1)) {
@@ -27,15 +28,19 @@ PbIntArrayBase &PbIntArrayBase::operator=(const PbIntArrayBase &source) {
     return *this;
 }
 
-int *PbIntArrayBase::resize(int newCount) {
+int *PbIntArrayBase::resize(std::int64_t newCount) {
+    constexpr std::int64_t most = std::numeric_limits<int>::max();
     if (newCount == m_capacity)
         return m_data.get();
-    const int capacity =
-        newCount > m_capacity ? m_capacity + m_step * ((newCount - m_capacity - 1) / m_step + 1) : newCount;
+    if (newCount > most)
+        return nullptr;
+    const std::int64_t steps = (newCount - m_capacity - 1) / m_step + 1;
+    const auto capacity =
+        static_cast<int>(newCount > m_capacity ? std::min(m_capacity + m_step * steps, most) : newCount);
     std::unique_ptr<int[]> block(new (std::nothrow) int[capacity]());
     if (!block)
         return nullptr;
-    std::copy_n(m_data.get(), std::min(newCount, m_capacity), block.get());
+    std::copy_n(m_data.get(), std::min(capacity, m_capacity), block.get());
     m_data = std::move(block);
     m_capacity = capacity;
     return m_data.get();
@@ -46,9 +51,10 @@ int PbIntArrayBase::add(int value) {
 }
 
 int PbIntArrayBase::add(int count, const int *values) {
-    if (count < 1)
+    if (count < 1 || !values)
         return m_last;
-    if (m_last + count >= m_capacity && !resize(m_last + count + 1))
+    const std::int64_t newCount = std::int64_t{getNum()} + count;
+    if (newCount > m_capacity && !resize(newCount))
         return m_last;
     std::copy_n(values, count, m_data.get() + m_last + 1);
     m_last += count;
@@ -57,16 +63,18 @@ int PbIntArrayBase::add(int count, const int *values) {
 
 void PbIntArrayBase::append(const PbIntArrayBase &other) {
     const int count = other.getNum();
-    if (m_capacity < m_last + 1 + count && !resize(m_last + 1 + count))
+    const std::int64_t newCount = std::int64_t{getNum()} + count;
+    if (count < 1 || (newCount > m_capacity && !resize(newCount)))
         return;
     std::copy_n(other.m_data.get(), count, m_data.get() + m_last + 1);
     m_last += count;
 }
 
 int &PbIntArrayBase::reach(int index) {
+    static int unreachable;
     index = std::max(index, 0);
-    if (index >= m_capacity)
-        resize(index + 1);
+    if (index >= m_capacity && !resize(std::int64_t{index} + 1))
+        return unreachable = 0;
     m_last = std::max(m_last, index);
     return m_data[index];
 }

@@ -2,10 +2,13 @@
 #include <oravane/PoBase.h>
 
 #include <algorithm>
+#include <utility>
 
 PbBase::~PbBase() {
+    beginDeletion();
     notifyChange(CHANGE_DELETED);
-    removeAllConnection();
+    if (m_isGone)
+        *m_isGone = true;
 }
 
 PbBase::PbBase(const PbBase &source) {
@@ -57,22 +60,31 @@ void PbBase::touch() {
     notifyChange(CHANGE_GENERAL);
 }
 
-void PbBase::notifyChange(ChangeType type) {
+bool PbBase::notifyChange(ChangeType type) {
     setChangeType(type);
-    notifyChange();
+    return notifyChange();
 }
 
-void PbBase::notifyChange() {
+bool PbBase::notifyChange() {
     if (m_changeType != CHANGE_DELETED && !m_connectionEnabled)
-        return;
+        return true;
     const ChangeType type = m_changeType;
+    bool isGone = false;
+    bool *const outer = std::exchange(m_isGone, &isGone);
     ++m_notificationDepth;
     // Kits that connect during the walk stand behind its start, and are not told of a change they have seen.
     for (std::size_t i = m_connections.size(); i-- > 0;) {
         m_changeType = type; // a kit may have caused another change of this object
         if (m_connections[i])
             m_connections[i]->basicObjectChange(this);
+        if (isGone) {
+            if (outer)
+                *outer = true;
+            return false;
+        }
     }
+    m_isGone = outer;
     if (--m_notificationDepth == 0)
         dropRemovedConnections();
+    return true;
 }

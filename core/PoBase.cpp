@@ -35,6 +35,24 @@ private:
     SbBool m_before;
 };
 
+/// Keeps a node alive while it calls out: a program may take the last reference away in a callback.
+class LifeGuard {
+public:
+    explicit LifeGuard(SoNode *node) : m_node(node), m_wasUnowned(node->getRefCount() == 0) { node->ref(); }
+    ~LifeGuard() {
+        if (m_wasUnowned)
+            m_node->unrefNoDelete();
+        else
+            m_node->unref();
+    }
+    LifeGuard(const LifeGuard &) = delete;
+    LifeGuard &operator=(const LifeGuard &) = delete;
+
+private:
+    SoNode *m_node;
+    bool m_wasUnowned;
+};
+
 void release(SoCache *&cache) {
     if (cache)
         cache->unref();
@@ -133,15 +151,30 @@ void PoBase::addPostRebuildCallback(RebuildCallback *function, void *userData) {
 
 void PoBase::markModified() {
     m_showsPartsOfFile = false;
-    if (m_updateMethod == UPDATE_IMMEDIATE) {
-        rebuild();
-        m_modified = 0;
-    } else {
+    if (m_updateMethod == UPDATE_IMMEDIATE)
+        rebuildOnce();
+    else
         m_modified = 1;
-    }
+}
+
+// What a rebuild itself causes, in a callback of the program, belongs to it and starts no other.
+void PoBase::rebuildOnce() {
+    if (m_isRebuilding)
+        return;
+    const LifeGuard life(this);
+    m_isRebuilding = true;
+    rebuild();
+    m_isRebuilding = false;
+    m_modified = 0;
+    // In the setter of a field, sensors of others wait until the one of that field has returned.
+    for (const auto &watched : m_watched)
+        for (int i = 0; i < watched->sensors.numSensors; ++i)
+            if (watched->sensors.sensors[i].isScheduled())
+                watched->sensors.sensors[i].unschedule();
 }
 
 void PoBase::touchKit() {
+    const LifeGuard life(this);
     markModified();
     if (m_updateMethod != UPDATE_IMMEDIATE)
         touch();
@@ -170,9 +203,9 @@ void PoBase::addElementCache(int stackIndex) {
 }
 
 void PoBase::rebuildSilently() {
+    const LifeGuard life(this);
     const NotificationGuard guard(this);
-    rebuild();
-    m_modified = 0;
+    rebuildOnce();
 }
 
 void PoBase::catchActionCB(void *data, SoAction *action) {
@@ -185,8 +218,10 @@ void PoBase::catchActionCB(void *data, SoAction *action) {
     if (action->isOfType(SoWriteAction::getClassTypeId()) &&
         static_cast<SoWriteAction *>(action)->getOutput()->getStage() == SoOutput::COUNT_REFS)
         return;
-    if (kit->m_showsPartsOfFile)
+    // An action that a callback of the rebuild applies meets the parts as they are.
+    if (kit->m_showsPartsOfFile || kit->m_isRebuilding)
         return;
+    const LifeGuard life(kit);
     kit->setState(action);
     kit->m_stateValid = 1;
     kit->bringUpToDate();
@@ -237,6 +272,8 @@ void PoBase::setDomain(PbDomain *domain) {
     forgetDomainCache();
     if (isDomainUsedForRebuild())
         touchKit();
+    else
+        touch(); // the domain of the scene may be in force again, and no part has changed
 }
 
 const PbDomain *PoBase::getDomain() const {
@@ -270,6 +307,9 @@ void PoBase::changeConnection(const PbBase *oldObject, const PbBase *newObject) 
 }
 
 void PoBase::basicObjectChange(PbBase *object) {
+    if (!object)
+        return;
+    const LifeGuard life(this);
     if (object == m_domain) {
         const bool isDeleted = object->getChangeType() == PbBase::CHANGE_DELETED;
         const bool isOnlyTransform = object->getChangeType() == PbBase::CHANGE_TRANSFORM_TYPE;
@@ -281,6 +321,8 @@ void PoBase::basicObjectChange(PbBase *object) {
         m_showsPartsOfFile = false;
         if (!isOnlyTransform && isDomainUsedForRebuild())
             touchKit();
+        else
+            touch();
     }
     for (PoConnectionBase *connection : m_connections)
         if (connection->m_object == object)
@@ -357,6 +399,10 @@ PoConnectionBase::PoConnectionBase(PoBase *kit) : m_kit(kit) {
 
 PoConnectionBase::~PoConnectionBase() {
     m_kit->changeConnection(m_object, nullptr);
+}
+
+PbBase *PoConnectionBase::object() const {
+    return m_object && !m_object->m_isDying ? m_object : nullptr;
 }
 
 void PoConnectionBase::connect(PbBase *object) {

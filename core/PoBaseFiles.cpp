@@ -2,6 +2,8 @@
 
 #include <oravane/PoBase.h>
 
+#include "core/FieldDescriptions.h"
+
 #include <Inventor/SoOutput.h>
 #include <Inventor/SoPath.h>
 #include <Inventor/actions/SoCallbackAction.h>
@@ -15,6 +17,8 @@ namespace {
 /// Brings the kits below a node up to date, each with the attributes that stand before it, switched-off
 /// branches included.
 void updateKitsBelow(SoNode *root) {
+    const SbBool isSearchingKits = SoBaseKit::isSearchingChildren();
+    SoBaseKit::setSearchingChildren(TRUE); // kits stand in other kits, too
     root->ref(); // search paths hold their head, and would take a node without references with them
     {
         SoSearchAction search;
@@ -28,6 +32,7 @@ void updateKitsBelow(SoNode *root) {
         }
     }
     root->unrefNoDelete();
+    SoBaseKit::setSearchingChildren(isSearchingKits);
 }
 
 // The toolkit counts references before it traverses anything, so finished parts must exist before the
@@ -50,9 +55,12 @@ void PoBase::addWriteReference(SoOutput *out, SbBool isFromField) {
     // A class that calls itself built in has readable binary files; one that does not describes its fields in
     // ASCII files, for readers that lack this library.
     isBuiltIn = out->isBinary();
-    // A kit that no traversal reaches, in a field of some node, say, at least has parts.
-    if (m_nodeWriteFormat == WRITE_PARTS && !isFromField && !m_built)
+    // A kit that no traversal has reached, in a field of some node, say, at least has parts; the attributes
+    // of the scene are for its next traversal.
+    if (m_nodeWriteFormat == WRITE_PARTS && !isFromField && (!m_built || m_modified)) {
         rebuildSilently();
+        m_modified = 1;
+    }
     SoBaseKit::addWriteReference(out, isFromField);
 }
 
@@ -110,23 +118,24 @@ void PoBase::restoreDefaultMarks() {
 }
 
 SbBool PoBase::readInstance(SoInput *in, unsigned short flags) {
-    const SbBool isRead = SoBaseKit::readInstance(in, flags);
-    m_showsPartsOfFile =
-        isRead && std::any_of(m_generatedParts.begin(), m_generatedParts.end(), [](SoField *part) {
-            return !part->isDefault() && static_cast<SoSFNode *>(part)->getValue();
-        });
+    oravane::skipFieldDescriptions(in);
+    if (!SoBaseKit::readInstance(in, flags))
+        return FALSE;
+    m_showsPartsOfFile = std::any_of(m_generatedParts.begin(), m_generatedParts.end(), [](SoField *part) {
+        return !part->isDefault() && static_cast<SoSFNode *>(part)->getValue();
+    });
     if (m_showsPartsOfFile) {
         m_built = 1;
         m_modified = 0;
     }
     attachTraversalCallbacks(); // a file may hold parts of its own for them
-    return isRead;
+    return TRUE;
 }
 
 SoNode *PoBase::copy(SbBool copyConnections) const {
     auto *copied = static_cast<PoBase *>(SoBaseKit::copy(copyConnections));
     if (copied->m_updateMethod == UPDATE_ON_TRAVERSAL && !copied->m_showsPartsOfFile)
-        copied->rebuild();
+        copied->rebuildOnce();
     return copied;
 }
 

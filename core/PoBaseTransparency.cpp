@@ -28,6 +28,13 @@ bool hasTransparencies(const PbDataMapping *mapping, const SoMaterial *material)
     return mapping && material && material->transparency.getNum() >= material->diffuseColor.getNum();
 }
 
+/// Whether there is all that it takes to put a new shape in the place of one.
+bool canReplace(const PbDataMapping *mapping, const SoMaterial *material, const SoMaterialBinding *binding,
+                const SoNode *shape, const SoGroup *parent, int childIndex) {
+    return hasTransparencies(mapping, material) && binding && shape && parent && childIndex >= 0 &&
+           childIndex < parent->getNumChildren();
+}
+
 DeletedMaterials deletedMaterials(const PbDataMapping &mapping, const SoMaterial &material) {
     const int num = material.transparency.getNum();
     return {{material.transparency.getValues(0), static_cast<std::size_t>(num)},
@@ -135,7 +142,7 @@ void PoBase::deleteTransparencyParts(const PbDataMapping *mapping, SoMaterial *m
 void PoBase::deleteTransparencyParts(const PbDataMapping *mapping, SoMaterial *material,
                                      SoMaterialBinding *binding, SoQuadMesh *shape, SoGroup *parent,
                                      int childIndex) {
-    if (!hasTransparencies(mapping, material) || !binding)
+    if (!canReplace(mapping, material, binding, shape, parent, childIndex))
         return;
     const int value = binding->value.getValue();
     if (value < SoMaterialBinding::PER_FACE)
@@ -153,7 +160,8 @@ void PoBase::deleteTransparencyParts(const PbDataMapping *mapping, SoMaterial *m
 void PoBase::deleteTransparencyParts(const PbDataMapping *mapping, SoMaterial *material,
                                      SoMaterialBinding *binding, SoIndexedTriangleStripSet *shape,
                                      SoGroup *parent, int childIndex) {
-    if (hasTransparencies(mapping, material) && binding && isPerVertex(binding->value.getValue()))
+    if (canReplace(mapping, material, binding, shape, parent, childIndex) &&
+        isPerVertex(binding->value.getValue()))
         splitShape(shape, new SoIndexedTriangleStripSet, 3, binding, deletedMaterials(*mapping, *material),
                    parent, childIndex);
 }
@@ -161,7 +169,7 @@ void PoBase::deleteTransparencyParts(const PbDataMapping *mapping, SoMaterial *m
 void PoBase::deleteTransparencyParts(const PbDataMapping *mapping, SoMaterial *material,
                                      SoMaterialBinding *binding, SoIndexedFaceSet *shape, SoGroup *parent,
                                      int childIndex) {
-    if (!hasTransparencies(mapping, material) || !binding)
+    if (!canReplace(mapping, material, binding, shape, parent, childIndex))
         return;
     const int value = binding->value.getValue();
     if (value <= SoMaterialBinding::OVERALL)
@@ -184,7 +192,7 @@ void PoBase::deleteTransparencyParts(const PbDataMapping *mapping, SoMaterial *m
 void PoBase::deleteTransparencyParts(const PbDataMapping *mapping, SoMaterial *material,
                                      SoMaterialBinding *binding, SoIndexedLineSet *shape, SoGroup *parent,
                                      int childIndex) {
-    if (!hasTransparencies(mapping, material) || !binding)
+    if (!canReplace(mapping, material, binding, shape, parent, childIndex))
         return;
     const int value = binding->value.getValue();
     const DeletedMaterials deleted = deletedMaterials(*mapping, *material);

@@ -36,6 +36,8 @@ SoErrorCBPtr PoDebugError::getHandler(void *&data) const {
 
 void PoDebugError::report(Severity severity, const char *methodName, const char *format, va_list arguments) {
     static const char *const prefixes[] = {"Oravane error in ", "Oravane warning in ", "Oravane: in "};
+    if (!methodName || !format)
+        return;
     va_list measured;
     va_copy(measured, arguments);
     const int length = std::vsnprintf(nullptr, 0, format, measured);

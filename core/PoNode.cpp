@@ -1,6 +1,7 @@
 #include <oravane/PoNode.h>
 
 #include "core/ClassTable.h"
+#include "core/FieldDescriptions.h"
 
 #include <oravane/PoBase.h>
 
@@ -79,6 +80,11 @@ void PoNode::addWriteReference(SoOutput *out, SbBool isFromField) {
         SoNode::addWriteReference(out, isFromField);
     else if (out->isBinary())
         standIn()->addWriteReference(out, isFromField);
+}
+
+SbBool PoNode::readInstance(SoInput *in, unsigned short flags) {
+    oravane::skipFieldDescriptions(in);
+    return SoNode::readInstance(in, flags);
 }
 
 void PoNode::write(SoWriteAction *action) {

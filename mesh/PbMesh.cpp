@@ -20,6 +20,7 @@ PbMesh::PbMesh(const PbMesh &source)
 
 PbMesh::~PbMesh() {
     // The children are gone: a kit that rebuilds inside of a notification must find nothing to ask them for.
+    beginDeletion();
     m_numNodes = 0;
     m_numCells = 0;
     removeAllValuesSet();

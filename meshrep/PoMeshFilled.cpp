@@ -62,9 +62,11 @@ void PoMeshFilled::rebuild() {
         m_shapeHints->creaseAngle = 0.8f;
         m_group->addChild(m_shapeHints);
         mesh->meshFilled(this);
+        // Before the parts are set, which tells the scene: a sensor of the program may then delete the
+        // mapping.
+        deleteTransparencyParts(resolved().dataMapping, m_material, m_materialBinding, m_group);
         setPart("appearance.material", m_material);
         setPart("groupFilled", m_group);
-        deleteTransparencyParts(resolved().dataMapping, m_material, m_materialBinding, m_group);
         m_group->unref();
     } else {
         setPart("appearance.material", nullptr);

@@ -3,6 +3,7 @@
 
 #include <oravane/OravaneApi.h>
 
+#include <cstdint>
 #include <memory>
 
 /// Growable array of integers with an explicit growth step, for lists of cell and node numbers. Common part
@@ -12,8 +13,8 @@ public:
     /// Appends one value. Returns its index.
     int add(int value);
 
-    /// Appends `count` values; returns the index of the last element afterwards. A `count` below 1 adds
-    /// nothing.
+    /// Appends `count` values, which may not stand in this array; returns the index of the last element
+    /// afterwards. A `count` below 1, null, and more elements than memory or an int can hold add nothing.
     int add(int count, const int *values);
 
     /// Number of used elements.
@@ -48,7 +49,7 @@ protected:
     int last() const { return m_last; }
 
 private:
-    int *resize(int newCount);
+    int *resize(std::int64_t newCount);
 
     std::unique_ptr<int[]> m_data;
     int m_capacity = 0;
@@ -75,7 +76,7 @@ public:
     PbArrayOfInt &operator+=(const PbArrayOfInt &other);
 
     /// Element `index`; writing beyond the last element makes all elements up to `index` used ones. A
-    /// negative index gives element 0.
+    /// negative index gives element 0, and one that memory cannot hold an element that belongs to no array.
     int &operator[](int index) { return reach(index); }
 
     /// Element `index`; 0 for an index outside of the used elements.

@@ -17,7 +17,8 @@ class PoBase;
 /// \endcode
 ///
 /// Lifetime: the application owns a basic object. Connected kits hold its address without owning it; the
-/// destructor tells them, so that an object may be deleted while kits still show it.
+/// destructor tells them, so that an object may be deleted while kits still show it, and inside the
+/// notification of a setter (but not of an assignment, which goes on afterwards).
 class ORAVANE_API PbBase {
 public:
     /// What kind of change a notification reports.
@@ -59,22 +60,31 @@ protected:
 
     void setChangeType(ChangeType type) { m_changeType = type; }
 
-    /// Calls `basicObjectChange(this)` on each connected kit, the one connected last first.
-    void notifyChange();
+    /// Calls `basicObjectChange(this)` on each connected kit, the one connected last first. Returns false
+    /// when a kit, or a callback of the program, has deleted this object: touch no member after that.
+    bool notifyChange();
 
     /// `setChangeType(type)` and `notifyChange()`.
-    void notifyChange(ChangeType type);
+    bool notifyChange(ChangeType type);
 
     void removeAllConnection();
 
+    /// From now on the kits find nothing in the place of this object. For the destructor of a class that
+    /// still reports changes: what its children were is gone.
+    void beginDeletion() { m_isDying = true; }
+
 private:
+    friend class PoConnectionBase;
+
     void copy(const PbBase &source, int isConstructing);
     void dropRemovedConnections();
 
     /// In order of connection. A kit removed during a notification leaves a null until the walk has ended.
     std::vector<PoBase *> m_connections;
     int m_notificationDepth = 0;
+    bool *m_isGone = nullptr; ///< of the innermost walk under way, for the destructor to set
     int m_connectionEnabled = 1;
+    bool m_isDying = false;
     ChangeType m_changeType = CHANGE_GENERAL;
 };
 

@@ -114,7 +114,10 @@ public:
     void enableDomainTransform(int onOff) { m_domainTransformEnabled = onOff; }
 
     /// One callback each, run at the start and at the end of every rebuild; a second call replaces the first.
-    /// Null takes it away.
+    /// Null takes it away. A callback may change the kit and its objects, delete the objects, and apply
+    /// actions: what it changes belongs to the rebuild under way and starts no other, so that changes of the
+    /// second one show at the next rebuild. It must not change the groups above the kit: they may be under
+    /// traversal.
     void addPreRebuildCallback(RebuildCallback *function, void *userData);
     void addPostRebuildCallback(RebuildCallback *function, void *userData);
 
@@ -244,6 +247,7 @@ private:
     static void catchActionLevel2CB(void *kit, SoAction *action);
     void bringUpToDate();
     void followDomain();
+    void rebuildOnce();
     void rebuildSilently();
     static void prepareWriteAction();
     void markModified();
@@ -279,6 +283,7 @@ private:
         m_connections; ///< in order of construction; the same for every kit of a class
     std::vector<DefaultMark> m_defaultMarks;
     bool m_showsPartsOfFile = false;
+    bool m_isRebuilding = false;
 
     static TextType m_textType;
     static NodeWriteFormat m_nodeWriteFormat;

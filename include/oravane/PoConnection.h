@@ -18,7 +18,8 @@ protected:
     ~PoConnectionBase();
 
     void connect(PbBase *object);
-    PbBase *object() const { return m_object; }
+    /// Null also from the start of the object's deletion on.
+    PbBase *object() const;
 
 private:
     friend class PoBase;

@@ -38,6 +38,7 @@ public:
 protected:
     PoNode();
     ~PoNode() override;
+    SbBool readInstance(SoInput *in, unsigned short flags) override;
 
 private:
     SoGroup *standIn();

@@ -42,6 +42,11 @@ TEST(PbDomain, RefusesEmptyReversedAndUndefinedBoxes) {
     domain.setDomain(0, 0, 0, 1, PbDomain::BBOX_AS_GIVEN);
     domain.setDomain(0, 0, nan, 1, PbDomain::BBOX_AS_GIVEN);
     domain.setDomain(0, 0, 5, 1, 1, 5, PbDomain::BBOX_AS_GIVEN);
+    const float huge = std::numeric_limits<float>::max(), infinite = std::numeric_limits<float>::infinity();
+    domain.setDomain(0, 0, infinite, 1, PbDomain::BBOX_AS_GIVEN);
+    domain.setDomain(-huge, 0, huge, 1, PbDomain::BBOX_AS_GIVEN);
+    domain.setDomain(0, 0, 1e-40f, 1, PbDomain::BBOX_AS_GIVEN);       // a scale of 1e40 is infinite
+    domain.setDomain(1e8f, 0, 1e8f + 64, 1, PbDomain::BBOX_MIN_CUBE); // a side of 1 is lost at 1e8
     EXPECT_EQ(boxOf(domain), box(0, 0, 0, 10, 2, 1));
 }
 

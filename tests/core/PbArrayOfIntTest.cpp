@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <utility>
+
 namespace {
 
 PbArrayOfInt arrayOf(std::initializer_list<int> values) {
@@ -38,6 +41,9 @@ TEST(PbArrayOfInt, WritingBeyondTheLastElementUsesAllUpToIt) {
     EXPECT_EQ(array.getNum(), 26);
     EXPECT_EQ(array[7], 1);
     EXPECT_EQ(std::as_const(array)[99], 0);
+    array[std::numeric_limits<int>::max()] = 3; // no block holds that many
+    array.add(std::numeric_limits<int>::max(), nullptr);
+    EXPECT_EQ(array.getNum(), 26);
 }
 
 TEST(PbArrayOfInt, CopyConstructorLeavesTheLastElementAndAssignmentDoesNot) {

@@ -16,6 +16,8 @@
 #include <Inventor/actions/SoHandleEventAction.h>
 #include <Inventor/actions/SoRayPickAction.h>
 #include <Inventor/actions/SoSearchAction.h>
+#include <Inventor/errors/SoReadError.h>
+#include <Inventor/nodekits/SoWrapperKit.h>
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoFaceSet.h>
 #include <Inventor/nodes/SoGroup.h>
@@ -25,6 +27,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
 
 namespace {
 
@@ -104,6 +107,33 @@ TEST(PoBase, ImmediateUpdateRebuildsInsideTheSetter) {
     scene.kit->touchKit();
     EXPECT_EQ(scene.rebuilds, 3);
     EXPECT_FALSE(scene.kit->isModified());
+}
+
+TEST(PoBase, WhatACallbackOfARebuildChangesStartsNoOther) {
+    for (const auto method : {PoBase::UPDATE_ON_TRAVERSAL, PoBase::UPDATE_IMMEDIATE}) {
+        Scene<PoRectangle> scene;
+        scene.kit->setUpdateMethod(method);
+        struct Callback {
+            Scene<PoRectangle> &scene;
+            int runs = 0;
+        } callback{scene};
+        scene.kit->addPreRebuildCallback(
+            [](void *data, PoBase *kit) {
+                auto &self = *static_cast<Callback *>(data);
+                if (++self.runs > 9)
+                    return;
+                self.scene.kit->p = SbVec2f(-1, -1);
+                kit->touchKit();
+                boundingBox(self.scene.root.get());
+                const PartsFormat format;
+                written(self.scene.root.get());
+            },
+            &callback);
+        scene.kit->q = SbVec2f(2, 3);
+        EXPECT_EQ(boundingBox(scene.root.get()), box(-1, -1, 2, 3)) << "but it is seen";
+        EXPECT_EQ(callback.runs, method == PoBase::UPDATE_IMMEDIATE ? 2 : 1) << "setter and first traversal";
+        EXPECT_FALSE(scene.kit->isModified());
+    }
 }
 
 TEST(PoBase, ARebuildDoesNotScheduleTheNextRedraw) {
@@ -217,6 +247,17 @@ TEST(PoBase, TheDomainOfTheSceneReturnsWhenTheOwnOneGoes) {
     auto *inScene = new PoDomain;
     inScene->max = SbVec3f(4, 2, 4);
     scene.root->insertChild(inScene, 0);
+    scene.root->boundingBoxCaching = SoSeparator::ON;
+    EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 1, 2));
+    {
+        PbDomain cube; // has no transform, so that its going changes no part of the kit
+        scene.kit->setDomain(&cube);
+        EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 1, 1));
+        scene.kit->setDomain(nullptr);
+        EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 1, 2));
+        scene.kit->setDomain(&cube);
+        boundingBox(scene.root.get());
+    }
     EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 1, 2));
     PbDomain own(0, 0, 2, 8, PbDomain::BBOX_AS_GIVEN);
     scene.kit->setDomain(&own);
@@ -287,6 +328,29 @@ TEST(PbBase, KitsMayDisconnectAndConnectInsideANotification) {
     EXPECT_EQ(kits[2]->changes.size(), 2u);
     EXPECT_EQ(kits[1]->changes.size(), 0u);
 }
+TEST(PbBase, ObjectsAndKitsMayGoInsideANotification) {
+    const Ref<Listener> last(new Listener), first(new Listener);
+    auto domain = std::make_unique<PbDomain>();
+    for (const auto &kit : {last, first})
+        domain->addConnection(kit.get());
+    first->onChange = [&](PbBase *) {
+        first->onChange = nullptr;
+        domain.reset();
+    };
+    domain->touch();
+    EXPECT_EQ(last->changes, (std::vector<PbBase::ChangeType>{PbBase::CHANGE_DELETED}));
+
+    PbDomain other;
+    Scene<Listener> scene;
+    scene.kit->setDomain(&other);
+    SoNodeSensor emptiesScene(
+        [](void *root, SoSensor *) { static_cast<SoGroup *>(root)->removeAllChildren(); }, scene.root.get());
+    emptiesScene.setPriority(0);
+    emptiesScene.attach(scene.root.get());
+    other.touch();
+    EXPECT_EQ(scene.root->getNumChildren(), 0);
+    other.touch(); // nobody is left to be told
+}
 
 TEST(KitFiles, FieldsFormatHoldsChangedFieldsOnly) {
     Scene<PoRectangle> scene;
@@ -353,6 +417,49 @@ TEST(KitFiles, AKitDueForARebuildIsWrittenWithTheAttributesBeforeIt) {
     const auto read = readBack(text);
     ASSERT_TRUE(read);
     EXPECT_EQ(boundingBox(read.get()), box(0, 0, 1, 2));
+}
+
+TEST(KitFiles, AChangedKitInsideAnotherKitIsWrittenAsItIsNow) {
+    const PartsFormat format;
+    Scene<PoRectangle> scene;
+    auto *outer = new SoWrapperKit;
+    outer->setPart("contents", scene.root.get());
+    const Ref<SoSeparator> root(new SoSeparator);
+    root->addChild(outer);
+    boundingBox(root.get());
+    scene.kit->q = SbVec2f(4, 5);
+    const auto read = readBack(written(root.get()));
+    ASSERT_TRUE(read);
+    EXPECT_EQ(boundingBox(read.get()), box(0, 0, 4, 5));
+    EXPECT_EQ(boundingBox(root.get()), box(0, 0, 4, 5));
+}
+
+TEST(KitFiles, CutAndWrongFilesAreReadOrRefused) {
+    // Read errors are expected here.
+    SoErrorCB *const before = SoReadError::getHandlerCallback();
+    SoReadError::setHandlerCallback([](const SoError *, void *) {}, nullptr);
+    Scene<PoRectangle> scene;
+    scene.kit->q = SbVec2f(4, 5);
+    for (const bool isBinary : {false, true}) {
+        const PartsFormat format;
+        const std::string whole = written(scene.root.get(), isBinary);
+        for (std::size_t size = 0; size < whole.size(); size += isBinary ? 4 : 7)
+            if (const auto read = readBack(whole.substr(0, size)))
+                boundingBox(read.get());
+    }
+    // A field that the class does not have must not stay in the class.
+    readBack("#Inventor V2.1 ascii\nSeparator { PoRectangle { fields [ SFVec2f p, SFFloat newer ] newer 3 } "
+             "PoDomain { fields [ SFFloat newer ] newer 3 } }");
+    EXPECT_EQ(scene.kit->getField("newer"), nullptr);
+    EXPECT_EQ(Ref<SoNode>(new PoDomain)->getField("newer"), nullptr);
+    for (const char *part :
+         {"catchActionCallback", "catchActionLevel2Callback", "domainTransform", "rectangle"}) {
+        const auto read = readBack(std::string("#Inventor V2.1 ascii\nSeparator { PoRectangle { q 4 5 ") +
+                                   part + " Cube { } } }");
+        ASSERT_TRUE(read) << part;
+        EXPECT_EQ(boundingBox(read.get()), box(0, 0, 4, 5)) << part;
+    }
+    SoReadError::setHandlerCallback(before, nullptr);
 }
 
 TEST(KitFiles, ReadersWithoutTheLibraryGetUnknownNodesThatDraw) {

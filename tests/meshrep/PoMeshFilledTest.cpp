@@ -5,6 +5,7 @@
 #include <oravane/PbCartesianGrid2D.h>
 #include <oravane/PbIsovaluesList.h>
 #include <oravane/PbLinearDataMapping.h>
+#include <oravane/PbNonLinearDataMapping.h>
 #include <oravane/PbParalCartesianGrid2D.h>
 #include <oravane/PbPolarGrid2D.h>
 #include <oravane/PbRegularCartesianGrid2D.h>
@@ -318,6 +319,39 @@ TEST(PoMeshFilled, DeletedObjectsAreForgotten) {
     again->touch();
 }
 
+TEST(PoMeshFilled, ObjectsMayGoInsideTheRebuildThatTheyCause) {
+    struct Objects {
+        std::unique_ptr<PbRegularCartesianGrid2D> grid = regularGrid();
+        std::unique_ptr<PbLinearDataMapping> mapping = std::make_unique<PbLinearDataMapping>();
+    };
+    const auto deleteAll = [](void *data, PoBase *) {
+        auto *objects = static_cast<Objects *>(data);
+        objects->mapping.reset();
+        objects->grid.reset();
+    };
+    for (const auto method : {PoBase::UPDATE_ON_TRAVERSAL, PoBase::UPDATE_IMMEDIATE})
+        for (const bool atEnd : {false, true}) {
+            Objects objects;
+            Scene scene(objects.grid.get());
+            scene.kit->setDataMapping(objects.mapping.get());
+            scene.kit->setModuleDataMapping(objects.mapping.get());
+            scene.kit->coloringType = PoMesh::COLOR_AVERAGE;
+            scene.kit->setUpdateMethod(method);
+            scene.traverse();
+            if (atEnd)
+                scene.kit->addPostRebuildCallback(deleteAll, &objects);
+            else
+                scene.kit->addPreRebuildCallback(deleteAll, &objects);
+            const float x[] = {0, 1, 2};
+            objects.grid->PbGrid2D::setGeometry(3, 3, x, x); // reports twice
+            scene.traverse();
+            EXPECT_EQ(objects.grid, nullptr);
+            EXPECT_EQ(scene.kit->getMesh(), nullptr);
+            scene.kit->touchKit();
+            EXPECT_EQ(drawnBy(scene.root.get()).triangles, 0);
+        }
+}
+
 TEST(PoMeshFilled, ThresholdsDeleteCellsAndGiveTheirColorToCellsAcross) {
     const auto grid = regularGrid();
     Scene scene(grid.get());
@@ -355,6 +389,28 @@ TEST(PoMeshFilled, ValuesWithoutColorAreLeftOutOpaquely) {
     mapping.setMaxThreshold(0.8f);
     EXPECT_NEAR(drawnBy(scene.root.get()).area, 22, 1e-4);
     EXPECT_EQ(scene.material()->transparency.getNum(), 0);
+    mapping.setTransparencyValueDeletedParts(2); // no transparency deletes anything, but this is not one
+    EXPECT_NEAR(drawnBy(scene.root.get()).area, 22, 1e-4);
+}
+
+TEST(PoMeshFilled, TransparenciesOfTheMaterialAreThoseOfARenderer) {
+    const auto grid = regularGrid();
+    Scene scene(grid.get());
+    PbNonLinearDataMapping mapping;
+    mapping.enableTransparency(1);
+    mapping.setTransparencyValueDeletedParts(9);
+    mapping.setTransparencyFunction([](float value) {
+        return value < 0.2f ? -3 : value < 0.4f ? NOT_A_NUMBER : value < 0.6f ? 0.5f : 5;
+    });
+    scene.kit->setDataMapping(&mapping);
+    scene.kit->coloringType = PoMesh::COLOR_MAPPING;
+    scene.traverse();
+    const SoMFFloat &transparencies = scene.material()->transparency;
+    ASSERT_EQ(transparencies.getNum(), NX * NY);
+    for (int node = 0; node < NX * NY; ++node) {
+        const float value = ramp()[node];
+        EXPECT_EQ(transparencies[node], value < 0.4f ? 0 : value < 0.6f ? 0.5f : 1) << value;
+    }
 }
 
 TEST(PoMeshFilled, UndefinedNodesDrawNothingWrong) {
