@@ -202,6 +202,10 @@ void PoBase::addElementCache(int stackIndex) {
         m_cache->addElement(m_state->getConstElement(stackIndex));
 }
 
+void PoBase::rebuildAtNextTraversal() {
+    release(m_cache);
+}
+
 void PoBase::rebuildSilently() {
     const LifeGuard life(this);
     const NotificationGuard guard(this);

@@ -127,11 +127,15 @@ void PoMesh::addElementsAllCaches() {
 // What decides between the colourings counts as used too: a mapping that arrives later must reach a kit that
 // did without one.
 void PoMesh::addColoringElements() {
-    if (coloringType.getValue() == COLOR_INHERITED)
+    const int requested = coloringType.getValue();
+    if (requested == COLOR_INHERITED)
         return;
     addElementCache(PoDataMappingElement::getClassStackIndex());
-    if (coloringType.getValue() == COLOR_CONTOURING)
+    if (requested == COLOR_CONTOURING)
         addElementCache(PoIsovaluesListElement::getClassStackIndex());
+    const bool isAllGiven = m_dataMapping.get() && (requested != COLOR_CONTOURING || m_isovaluesList.get());
+    if (!isStateValid() && !isAllGiven)
+        rebuildAtNextTraversal();
 }
 
 void PoMesh::setDefaultOnNonWritingFields() {

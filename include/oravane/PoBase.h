@@ -197,6 +197,9 @@ protected:
     void rebuildCache(SoCache **cache);
     /// Makes the rebuild under way depend on an element of the state. Does nothing outside of a traversal.
     void addElementCache(int stackIndex);
+    /// For a rebuild outside of a traversal that had to do without an attribute of the scene: the next
+    /// traversal rebuilds the kit once more.
+    void rebuildAtNextTraversal();
 
     void setDomainTransform(const PbDomain *domain);
     int isDomainTransformEnabled() const { return m_domainTransformEnabled; }

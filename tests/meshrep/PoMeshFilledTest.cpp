@@ -579,6 +579,23 @@ TEST(PoMeshFilled, FilesKeepWhatWasDrawn) {
     }
 }
 
+TEST(PoMeshFilled, AnImmediateRebuildGetsTheColorsOfTheSceneAtTheNextTraversal) {
+    const auto grid = regularGrid();
+    Scene scene(grid.get());
+    scene.kit->coloringType = PoMesh::COLOR_MAPPING;
+    const double expected = drawnBy(scene.root.get()).redArea;
+    scene.kit->setUpdateMethod(PoBase::UPDATE_IMMEDIATE);
+    const int before = scene.rebuilds;
+    scene.kit->zValuesIndex = 0; // rebuilt here, where no mapping is to be seen
+    EXPECT_EQ(scene.rebuilds, before + 1);
+    EXPECT_NEAR(drawnBy(scene.root.get()).redArea, expected, 1e-4);
+    PbLinearDataMapping own;
+    scene.kit->setDataMapping(&own);
+    const int withAll = scene.rebuilds;
+    EXPECT_NEAR(drawnBy(scene.root.get()).redArea, expected, 1e-4);
+    EXPECT_EQ(scene.rebuilds, withAll) << "nothing of the scene was missing";
+}
+
 TEST(PoMeshFilled, FileFormsDoNotDisturbEachOtherAndAttributesScope) {
     const auto grid = regularGrid();
     const test::Ref<SoSeparator> root(new SoSeparator);
