@@ -1,48 +1,50 @@
 #include <oravane/PbLinearDataMapping.h>
 #include <oravane/PbNonLinearDataMapping.h>
 #include <oravane/PbNonLinearDataMapping2.h>
-#include <oravane/PiColorConverter.h>
+#include <oravane/PoDataMappingElement.h>
+#include <oravane/PoDebugError.h>
+#include <oravane/PoLinearDataMapping.h>
+#include <oravane/PoNonLinearDataMapping.h>
+#include <oravane/PoNonLinearDataMapping2.h>
 
+#include "attributes/AttributeTest.h"
 #include "attributes/SelectionOrder.h"
 
-#include <gtest/gtest.h>
-
-#include "attributes/ChangeCounter.h"
-
 #include <algorithm>
-#include <cmath>
-#include <limits>
 #include <numeric>
 #include <optional>
 #include <random>
+#include <string>
 
 namespace {
 
-constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-constexpr float infinity = std::numeric_limits<float>::infinity();
-
 using Table = PbNonLinearDataMapping2;
 
-const SbColor black(0, 0, 0), white(1, 1, 1), red(1, 0, 0), green(0, 1, 0), blue(0, 0, 1);
+const float *const noColor = nullptr;
 
 std::optional<SbColor> colorOf(const PbDataMapping &mapping, float value) {
     const SbColor *color = mapping.getRGBColor(value);
     return color ? std::optional(*color) : std::nullopt;
 }
 
+/// A colour, if there is one, with its transparency.
+using Look = std::pair<std::optional<SbColor>, float>;
+
+Look lookOf(const PbDataMapping &mapping, float value) {
+    float transparency = -1;
+    const SbColor *color = mapping.getRGBColor(value, transparency);
+    return {color ? std::optional(*color) : std::nullopt, transparency};
+}
+
 TEST(PbDataMapping, LinearIsCutComponentByComponent) {
     PbLinearDataMapping mapping;
     EXPECT_EQ(colorOf(mapping, 0.25f), SbColor(0.25f, 0.25f, 0.25f));
-    EXPECT_EQ(colorOf(mapping, 2), white);
-    EXPECT_EQ(colorOf(mapping, -2), black);
     mapping.setValues(10, SbColor(0.5f, 0.25f, 1), 0.2f, 0, SbColor(0.25f, 0.5f, 0), 0.4f);
-    float transparency;
-    EXPECT_EQ(*mapping.getRGBColor(20, transparency), SbColor(0.75f, 0, 1)) << "goes on beyond the end";
-    EXPECT_NEAR(transparency, 0, 1e-6f);
-    EXPECT_EQ(*mapping.getRGBColor(-40, transparency), SbColor(0, 1, 0));
-    EXPECT_EQ(transparency, 1);
+    EXPECT_EQ(colorOf(mapping, 20), SbColor(0.75f, 0, 1)) << "goes on beyond the end";
+    EXPECT_NEAR(lookOf(mapping, 20).second, 0, 1e-6f);
+    EXPECT_EQ(lookOf(mapping, -40), Look(green, 1));
     mapping.setValues(3, red, 3, blue);
-    for (float value : {2.0f, 3.0f, 4.0f, nan, infinity})
+    for (float value : {2.0f, 3.0f, 4.0f, NaN, infinity})
         for (int i = 0; i < 3; ++i) {
             const float component = (*mapping.getRGBColor(value))[i];
             EXPECT_TRUE(component >= 0 && component <= 1) << value << ": equal ends";
@@ -55,25 +57,21 @@ TEST(PbDataMapping, ThresholdsDecideFirst) {
     mapping.setMaxThreshold(0.75f, blue, 0.6f);
     EXPECT_TRUE(colorOf(mapping, 0.5f)) << "not enabled yet";
     mapping.enableThresholds(1, 1);
-    float transparency = -1;
-    EXPECT_EQ(mapping.getRGBColor(0.5f), nullptr);
-    EXPECT_EQ(mapping.getRGBColor(0.5f, transparency), nullptr);
-    EXPECT_EQ(transparency, 0);
+    EXPECT_EQ(colorOf(mapping, 0.5f), std::nullopt);
+    EXPECT_EQ(lookOf(mapping, 0.5f), Look(std::nullopt, 0));
     EXPECT_EQ(mapping.getHLSColor(0.5f), nullptr);
-    EXPECT_EQ(mapping.getRGBColor(nan), nullptr);
+    EXPECT_EQ(colorOf(mapping, NaN), std::nullopt);
     EXPECT_EQ(colorOf(mapping, 0.51f), SbColor(0.51f, 0.51f, 0.51f));
-    EXPECT_EQ(*mapping.getRGBColor(0.75f, transparency), blue);
-    EXPECT_EQ(transparency, 0.6f);
+    EXPECT_EQ(lookOf(mapping, 0.75f), Look(blue, 0.6f));
     EXPECT_EQ(mapping.getHLSColor(0.75f)[0], 240);
     mapping.setMinThreshold(0.5f, red, 0.3f);
-    EXPECT_EQ(*mapping.getRGBColor(0.2f, transparency), red);
-    EXPECT_EQ(transparency, 0.3f);
+    EXPECT_EQ(lookOf(mapping, 0.2f), Look(red, 0.3f));
     mapping.setMinThreshold(0.6f);
-    float value = 0;
+    float value = 0, transparency;
     EXPECT_EQ(mapping.getMinRGBThreshold(value), nullptr) << "the form without colour takes it away";
     EXPECT_EQ(value, 0.6f);
     mapping.setMinThreshold(2);
-    EXPECT_EQ(mapping.getRGBColor(1), nullptr) << "beyond both: the lower one decides";
+    EXPECT_EQ(colorOf(mapping, 1), std::nullopt) << "beyond both: the lower one decides";
     const float green120[3] = {120, 0.5f, 1};
     mapping.setMaxThreshold(-1, green120, 0.1f);
     EXPECT_EQ(*mapping.getMaxRGBThreshold(value, transparency), green);
@@ -85,22 +83,24 @@ TEST(PbDataMapping, ThresholdsDecideFirst) {
 TEST(PbDataMapping, TellsTheKitsOfThresholdsOnlyWhenEnabled) {
     PbLinearDataMapping mapping;
     ChangeCounter kit(mapping);
-    const auto notifications = [&](auto change) {
-        const int before = kit.changes();
-        change();
-        return kit.changes() - before;
-    };
-    const float *noColor = nullptr;
-    EXPECT_EQ(notifications([&] { mapping.setMinThreshold(1); }), 0);
-    EXPECT_EQ(notifications([&] { mapping.setMaxThreshold(1, red, 0); }), 0);
-    EXPECT_EQ(notifications([&] { mapping.enableThresholds(1, 0); }), 1);
-    EXPECT_EQ(notifications([&] { mapping.enableThresholds(1, 0); }), 1);
-    EXPECT_EQ(notifications([&] { mapping.setMinThreshold(1, red, 0); }), 1);
-    EXPECT_EQ(notifications([&] { mapping.setMinThreshold(7, noColor, 0); }), 0);
-    EXPECT_EQ(notifications([&] { mapping.setMaxThreshold(2); }), 0);
-    EXPECT_EQ(notifications([&] { mapping.enableTransparency(0); }), 1);
-    EXPECT_EQ(notifications([&] { mapping.setValues(0, red, 1, blue); }), 1);
-    EXPECT_EQ(notifications([&] { mapping.setValues(0, noColor, 1, noColor); }), 0);
+    mapping.setMinThreshold(1);
+    mapping.setMaxThreshold(1, red, 0);
+    EXPECT_EQ(kit.changes(), 0);
+    mapping.enableThresholds(1, 0);
+    mapping.enableThresholds(1, 0);
+    EXPECT_EQ(kit.changes(), 2) << "each time";
+    mapping.setMinThreshold(1);
+    EXPECT_EQ(kit.changes(), 3);
+    mapping.setMinThreshold(1, red, 0);
+    EXPECT_EQ(kit.changes(), 4);
+    mapping.setMaxThreshold(2);
+    mapping.setMinThreshold(7, noColor, 0);
+    mapping.setValues(0, noColor, 1, noColor);
+    EXPECT_EQ(kit.changes(), 4) << "one is off, null colours are refused";
+    mapping.enableTransparency(0);
+    EXPECT_EQ(kit.changes(), 5);
+    mapping.setValues(0, red, 1, blue);
+    EXPECT_EQ(kit.changes(), 6);
     float value;
     EXPECT_EQ(*mapping.getMinRGBThreshold(value), red);
     EXPECT_EQ(value, 1) << "a null colour changes nothing";
@@ -121,90 +121,70 @@ TEST(PbDataMapping, FunctionsOfTheProgram) {
     EXPECT_EQ(colorOf(mapping, 120), green);
     EXPECT_EQ(transparencyCalls, 0) << "only asked where a transparency is";
     mapping.setRGBFunction([](float value) { return value > 0 ? &blue : nullptr; });
-    float transparency;
-    EXPECT_EQ(*mapping.getRGBColor(5, transparency), blue) << "takes the place of the other function";
-    EXPECT_EQ(transparency, 0.5f);
-    EXPECT_EQ(mapping.getRGBColor(-5), nullptr);
+    EXPECT_EQ(lookOf(mapping, 5), Look(blue, 0.5f)) << "takes the place of the other function";
+    EXPECT_EQ(colorOf(mapping, -5), std::nullopt);
     mapping.setRGBFunction(nullptr);
     mapping.setTransparencyFunction(nullptr);
-    EXPECT_EQ(*mapping.getRGBColor(5, transparency), white);
-    EXPECT_EQ(transparency, 0);
+    EXPECT_EQ(lookOf(mapping, 5), Look(white, 0));
 }
 
 TEST(PbDataMapping, Tables) {
     const float two[] = {2, 1}, three[] = {3, 0, 1}, one = 4;
-    const SbColor colors[] = {green, red, blue}, sorted[] = {SbColor(0, 0, 0.5f), red, green};
-    Table steps, lines, single, start;
-    steps.setValues(Table::NON_LINEAR_PER_LEVEL, 2, two, colors); // 1 red, 2 green, blue above
-    lines.setValues(Table::LINEAR_PER_LEVEL, 3, three, sorted);   // 0 red, 1 green, 3 half blue
+    const float transparencies[] = {0.2f, 0.1f, 0.9f}, exact[] = {0.25f, 0, 1};
+    const SbColor navy(0, 0, 0.5f), colors[] = {green, red, blue}, sorted[] = {navy, red, green};
+    Table steps, lines, single, start, clear;
+    // Steps: red below 1, green below 2, else blue. Lines: red at 0, green at 1, navy at 3.
+    steps.setValues(Table::NON_LINEAR_PER_LEVEL, 2, two, colors, transparencies);
+    clear.setValues(Table::NON_LINEAR_PER_LEVEL, 2, two, colors, transparencies);
+    clear.setValues(Table::LINEAR_PER_LEVEL, 2, two, colors);
+    lines.setValues(Table::LINEAR_PER_LEVEL, 3, three, sorted, exact);
     single.setValues(Table::LINEAR_PER_LEVEL, 1, &one, sorted);
     const struct {
         const Table &table;
         float value;
-        SbColor expected;
+        SbColor color;
+        float transparency;
     } rows[] = {
-        {steps, 0.5f, red},
-        {steps, 1, green},
-        {steps, 1.5f, green},
-        {steps, 2, blue},
-        {steps, 9, blue},
-        {steps, nan, blue},
-        {steps, -infinity, red},
-        {lines, 2, SbColor(0, 0.5f, 0.25f)},
-        {lines, 0, red},
-        {lines, 1, green},
-        {lines, 3, SbColor(0, 0, 0.5f)},
-        {lines, 0.25f, SbColor(0.75f, 0.25f, 0)},
-        {lines, 5, SbColor(0, 0, 1)},
-        {lines, -1, SbColor(1, 0, 0)},
-        {single, 4, SbColor(0, 0, 0.5f)},
-        {single, -9, SbColor(0, 0, 0.5f)},
-        {start, 0.5f, SbColor(0.5f, 0.5f, 0.5f)},
+        {steps, 0.5f, red, 0.1f},
+        {steps, 1, green, 0.2f},
+        {steps, 1.5f, green, 0.2f},
+        {steps, 2, blue, 0.9f},
+        {steps, 9, blue, 0.9f},
+        {steps, NaN, blue, 0.9f},
+        {steps, -infinity, red, 0.1f},
+        {clear, 1.5f, SbColor(0.5f, 0.5f, 0), 0},
+        {lines, 0, red, 0},
+        {lines, 1, green, 1},
+        {lines, 2, SbColor(0, 0.5f, 0.25f), 0.625f},
+        {lines, 3, navy, 0.25f},
+        {lines, 0.25f, SbColor(0.75f, 0.25f, 0), 0.25f},
+        {lines, 5, blue, 0},
+        {lines, -1, red, 0},
+        {single, 4, navy, 0},
+        {single, -9, navy, 0},
+        {start, 0.5f, grey, 0},
     };
-    for (const auto &row : rows)
-        EXPECT_EQ(colorOf(row.table, row.value), row.expected) << row.value;
-    EXPECT_TRUE(colorOf(lines, nan));
+    for (const auto &[table, value, color, transparency] : rows) {
+        EXPECT_EQ(colorOf(table, value), color) << value;
+        EXPECT_EQ(lookOf(table, value), Look(color, transparency)) << value;
+    }
+    EXPECT_TRUE(colorOf(lines, NaN));
     int count = 0;
     const float *values = steps.getValuesList(count);
-    EXPECT_EQ(std::vector<float>(values, values + count), (std::vector<float>{1, 2}));
+    EXPECT_EQ(Values(values, values + count), (Values{1, 2}));
     const float(*hls)[3] = steps.getHLSColorsList(count);
     ASSERT_EQ(count, 3);
-    EXPECT_EQ(hls[0][0], 0);
-    EXPECT_EQ(hls[1][0], 120);
-    EXPECT_EQ(hls[2][0], 240);
+    EXPECT_EQ((Values{hls[0][0], hls[1][0], hls[2][0]}), (Values{0, 120, 240}));
     steps.setValues(Table::LINEAR_PER_LEVEL, 2, two, hls);
     EXPECT_EQ(colorOf(steps, 1), green) << "HLS colours, of the table itself";
 }
 
-TEST(PbDataMapping, TransparenciesAreSortedWithTheirColours) {
-    const float values[] = {2, 1}, transparencies[] = {0.2f, 0.1f, 0.9f};
-    const SbColor colors[] = {green, red, blue};
-    Table table;
-    table.setValues(Table::NON_LINEAR_PER_LEVEL, 2, values, colors, transparencies);
-    const float expected[] = {0.1f, 0.2f, 0.9f};
-    for (int i = 0; i < 3; ++i) {
-        float transparency;
-        table.getRGBColor(0.5f + float(i), transparency);
-        EXPECT_EQ(transparency, expected[i]);
-    }
-    table.setValues(Table::LINEAR_PER_LEVEL, 2, values, colors, transparencies);
-    float transparency;
-    table.getRGBColor(1.5f, transparency);
-    EXPECT_FLOAT_EQ(transparency, 0.15f);
-    table.setValues(Table::LINEAR_PER_LEVEL, 2, values, colors);
-    table.getRGBColor(1.5f, transparency);
-    EXPECT_EQ(transparency, 0);
-}
-
 /// Compares n(n - 1) / 2 pairs and swaps.
-std::vector<int> plainSelectionSort(std::vector<float> values) {
+std::vector<int> plainSelectionSort(Values values) {
     std::vector<int> order(values.size());
     std::iota(order.begin(), order.end(), 0);
     for (std::size_t i = 0; i < values.size(); ++i) {
-        std::size_t smallest = i;
-        for (std::size_t j = i + 1; j < values.size(); ++j)
-            if (values[j] < values[smallest])
-                smallest = j;
+        const auto smallest = std::min_element(values.begin() + i, values.end()) - values.begin();
         std::swap(values[i], values[smallest]);
         std::swap(order[i], order[smallest]);
     }
@@ -212,10 +192,10 @@ std::vector<int> plainSelectionSort(std::vector<float> values) {
 }
 
 TEST(PbDataMapping, EqualValuesOfATableAreOrderedBySwaps) {
-    EXPECT_EQ(oravane::selectionOrder(std::vector<float>{2, 2, 1}), (std::vector<int>{2, 1, 0}));
+    EXPECT_EQ(oravane::selectionOrder(Values{2, 2, 1}), (std::vector<int>{2, 1, 0}));
     std::mt19937 random(3);
     for (int round = 0; round < 300; ++round) {
-        std::vector<float> values(round % 40);
+        Values values(round % 40);
         for (float &value : values)
             value = static_cast<float>(random() % 9);
         EXPECT_EQ(oravane::selectionOrder(values), plainSelectionSort(values));
@@ -224,25 +204,22 @@ TEST(PbDataMapping, EqualValuesOfATableAreOrderedBySwaps) {
 
 TEST(PbDataMapping, TableIsSafeInsideItsOwnNotification) {
     Table table;
-    std::vector<float> seen;
+    Values seen;
+    int count;
     ChangeCounter kit(table, [&] {
-        int count;
         const float *values = table.getValuesList(count);
         seen.assign(values, values + count);
         for (float value : {-1.0f, 0.0f, 1.0f, 5.0f})
-            EXPECT_EQ(colorOf(table, value).has_value(), true);
+            EXPECT_TRUE(colorOf(table, value));
     });
-    const float values[] = {1, 2, 3};
+    const float values[] = {1, 2, 3}, bad[] = {1, NaN};
     const SbColor colors[] = {red, green, blue, white};
     table.setValues(Table::NON_LINEAR_PER_LEVEL, 3, values, colors);
-    EXPECT_EQ(seen, (std::vector<float>{0, 0, 0})) << "told before the values are there";
+    EXPECT_EQ(seen, (Values{0, 0, 0})) << "told before the values are there";
     EXPECT_EQ(colorOf(table, 9), white);
-    int count;
     table.setValues(Table::LINEAR_PER_LEVEL, 2, table.getValuesList(count), colors);
     EXPECT_EQ(colorOf(table, 1), red) << "its own values";
     EXPECT_EQ(kit.changes(), 2);
-
-    const float bad[] = {1, nan};
     table.setValues(Table::LINEAR_PER_LEVEL, 0, values, colors);
     table.setValues(Table::LINEAR_PER_LEVEL, 2, nullptr, colors);
     table.setValues(Table::LINEAR_PER_LEVEL, 2, values, static_cast<const SbColor *>(nullptr));
@@ -264,33 +241,167 @@ TEST(PbDataMapping, ManyColoursAtOnceAreTheSingleOnes) {
     const SbColor colors[] = {red, green, blue, white};
     steps.setValues(Table::NON_LINEAR_PER_LEVEL, 3, levels, colors, transparencies);
     lines.setValues(Table::LINEAR_PER_LEVEL, 3, levels, colors, transparencies);
-    std::vector<float> values = {nan, infinity, -infinity};
+    Values values = {NaN, infinity, -infinity};
     for (float value = -1; value < 4; value += 0.125f)
         values.push_back(value);
+    const std::size_t n = values.size();
     for (PbDataMapping *mapping : std::initializer_list<PbDataMapping *>{&linear, &functions, &steps, &lines})
         for (const bool hasThresholds : {false, true}) {
             mapping->setMinThreshold(0);
             mapping->setMaxThreshold(2.5f, white, 0.7f);
             mapping->enableThresholds(hasThresholds, hasThresholds);
-            const std::size_t n = values.size();
-            std::vector<SbColor> bulk(n);
-            std::vector<float> bulkTransparencies(n);
+            std::vector<SbColor> bulk(n), colorsOnly(n);
+            Values clear(n);
             std::vector<unsigned char> hasColor(n);
-            const std::size_t colored = mapping->computeColors(n, values.data(), bulk.data(),
-                                                               bulkTransparencies.data(), hasColor.data());
+            const std::size_t colored =
+                mapping->computeColors(n, values.data(), bulk.data(), clear.data(), hasColor.data());
             EXPECT_EQ(colored, static_cast<std::size_t>(std::count(hasColor.begin(), hasColor.end(), 1)));
             for (std::size_t i = 0; i < n; ++i) {
-                float transparency = 0;
-                const SbColor *color = mapping->getRGBColor(values[i], transparency);
-                EXPECT_EQ(hasColor[i], color != nullptr) << values[i];
-                EXPECT_EQ(bulk[i], color ? *color : black) << values[i];
-                EXPECT_EQ(bulkTransparencies[i], transparency) << values[i];
+                const auto [color, transparency] = lookOf(*mapping, values[i]);
+                EXPECT_EQ(hasColor[i], color.has_value()) << values[i];
+                EXPECT_EQ(bulk[i], color.value_or(black)) << values[i];
+                EXPECT_EQ(clear[i], transparency) << values[i];
             }
-            std::vector<SbColor> colorsOnly(n);
             EXPECT_EQ(mapping->computeColors(n, values.data(), colorsOnly.data()), colored);
             EXPECT_EQ(colorsOnly, bulk);
         }
     EXPECT_EQ(linear.computeColors(3, nullptr, nullptr), 0u);
+}
+
+/// The messages of the library while it lives.
+struct Messages {
+    std::vector<std::string> texts;
+
+    Messages() {
+        PoDebugError::setHandlerCallback(
+            [](const SoError *error, void *data) {
+                static_cast<Messages *>(data)->texts.push_back(error->getDebugString().getString());
+            },
+            this);
+    }
+    ~Messages() { PoDebugError::setHandlerCallback(nullptr, nullptr); }
+};
+
+const PbDataMapping *mappingBehind(SoNode *node) {
+    return stateBehind<PoDataMappingElement>(node);
+}
+
+TEST(PoDataMapping, FieldsReachTheMappingAtTheNextAction) {
+    EXPECT_EQ(mappingBehind(nullptr), nullptr);
+    const test::Ref<PoLinearDataMapping> node(new PoLinearDataMapping);
+    const PbDataMapping *mapping = mappingBehind(node.get());
+    EXPECT_EQ(mapping, node->getDataMapping());
+    node->color1 = red;
+    node->transparency2 = 0.5f;
+    node->minThreshold = 0.25f;
+    node->minThresholdColor = green;
+    node->minThresholdTransparency = 0.75f;
+    node->minThresholdEnabled = TRUE;
+    node->transparencyEnabled = TRUE;
+    node->transparencyValueDeletedParts = 0.5f;
+    EXPECT_EQ(*mapping->getRGBColor(0), black) << "not yet";
+    EXPECT_FALSE(mapping->isTransparencyEnabled());
+    mappingBehind(node.get());
+    EXPECT_EQ(lookOf(*mapping, 0.25f), Look(green, 0.75f));
+    EXPECT_EQ(lookOf(*mapping, 0.5f), Look(SbColor(1, 0.5f, 0.5f), 0.25f));
+    EXPECT_TRUE(mapping->isTransparencyEnabled());
+    EXPECT_EQ(mapping->getTransparencyValueDeletedParts(), 0.5f);
+    node->maxThresholdEnabled = TRUE;
+    node->maxThresholdColor = blue;
+    EXPECT_EQ(*node->getColor(1), blue) << "asking the node brings it up to date";
+    EXPECT_EQ(*node->getColor(0.25f), green) << "the other threshold stays";
+}
+
+template <class Field, class Entries>
+void fill(Field &field, const Entries &entries) {
+    field.setNum(static_cast<int>(entries.size()));
+    field.setValues(0, static_cast<int>(entries.size()), entries.data());
+}
+
+TEST(PoDataMapping, TheTableIsTakenWhenItIsComplete) {
+    const struct {
+        const char *name;
+        int type;
+        Values values;
+        std::vector<SbColor> colors;
+        Values transparencies;
+        SbColor colorAt1;
+        float transparencyAt1;
+        std::size_t messages;
+    } rows[] = {
+        {"steps", 0, {2, 1}, {green, red, blue}, {0.2f, 0.1f, 0.3f}, green, 0.2f, 0},
+        {"steps, a colour too many", 0, {2, 1}, {green, red, blue, white}, {}, green, 0, 0},
+        {"steps, a colour missing", 0, {2, 1}, {green, red}, {}, grey, 0, 1},
+        {"lines", 1, {0, 2}, {red, blue}, {0, 0.5f}, SbColor(0.5f, 0, 0.5f), 0.25f, 0},
+        {"lines, other transparencies", 1, {0, 2}, {red, blue}, {0.5f}, SbColor(0.5f, 0, 0.5f), 0, 0},
+        {"lines, a colour missing", 1, {0, 2}, {red}, {}, grey, 0, 0},
+        {"no value", 1, {}, {}, {}, grey, 0, 0},
+        {"no such type", 7, {0, 2}, {red, blue}, {}, grey, 0, 0},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.name);
+        Messages messages;
+        const test::Ref<PoNonLinearDataMapping2> node(new PoNonLinearDataMapping2);
+        fill(node->value, Values{0, 2});
+        fill(node->color, std::vector{black, white});
+        mappingBehind(node.get());
+        node->type = row.type;
+        fill(node->value, row.values);
+        fill(node->color, row.colors);
+        fill(node->transparency, row.transparencies);
+        EXPECT_TRUE(messages.texts.empty()) << "before the action";
+        mappingBehind(node.get());
+        EXPECT_EQ(lookOf(*mappingBehind(node.get()), 1), Look(row.colorAt1, row.transparencyAt1));
+        EXPECT_EQ(messages.texts.size(), row.messages) << "once for the change, not for each use";
+        for (const std::string &text : messages.texts)
+            EXPECT_EQ(text, "Oravane error in PoNonLinearDataMapping2():"
+                            "The number of colours must be >= to number of values + 1");
+    }
+}
+
+TEST(PoDataMapping, SurvivesFiles) {
+    const struct {
+        const char *text;
+        SbColor below, at0, at1;
+    } rows[] = {
+        {"PoLinearDataMapping { value1 -2 color1 0 1 0 value2 2 color2 0 0 1 maxThresholdEnabled TRUE "
+         "maxThreshold 1 maxThresholdColor 1 0 0 }",
+         green, SbColor(0, 0.5f, 0.5f), red},
+        {"PoNonLinearDataMapping2 { type NON_LINEAR_PER_LEVEL value [ 1, -1 ] "
+         "color [ 1 0 0, 0 1 0, 0 0 1 ] transparency [ 0.1, 0.2, 0.3 ] }",
+         green, red, blue},
+        {"PoNonLinearDataMapping2 { type 0 value [ 1, -1 ] color [ 1 0 0, 0 1 0, 0 0 1 ] }", green, red,
+         blue},
+        {"PoNonLinearDataMapping { minThresholdEnabled TRUE minThreshold -2 minThresholdColor 0 1 0 }", green,
+         black, white},
+    };
+    for (const auto &row : rows)
+        for (const bool isBinary : {false, true}) {
+            const auto node = throughFile<PoDataMapping>(row.text, isBinary);
+            ASSERT_TRUE(node) << row.text << isBinary;
+            EXPECT_EQ(*node->getColor(-3), row.below) << row.text;
+            EXPECT_EQ(*node->getColor(0), row.at0) << row.text;
+            EXPECT_EQ(*node->getColor(1), row.at1) << row.text;
+        }
+}
+
+TEST(PoDataMapping, FunctionsTellTheSceneAndAreCopied) {
+    const test::Ref<PoNonLinearDataMapping> node(new PoNonLinearDataMapping);
+    const SbUniqueId before = node->getNodeId();
+    node->setColorFunction([](float value) { return value > 0 ? &red : nullptr; });
+    EXPECT_NE(node->getNodeId(), before);
+    node->setTransparencyFunction([](float value) { return value / 4; });
+    node->minThreshold = -1;
+    node->minThresholdEnabled = TRUE;
+    const test::Ref<PoNonLinearDataMapping> copy(static_cast<PoNonLinearDataMapping *>(node->copy()));
+    for (PoNonLinearDataMapping *each : {node.get(), copy.get()}) {
+        float transparency = 0;
+        EXPECT_EQ(*each->getColor(2, transparency), red);
+        EXPECT_EQ(transparency, 0.5f);
+        EXPECT_EQ(each->getColor(-0.5f), nullptr);
+        EXPECT_EQ(*each->getColor(-2), black);
+    }
+    EXPECT_NE(copy->getDataMapping(), node->getDataMapping());
 }
 
 } // namespace

@@ -1,107 +1,72 @@
 #include <oravane/PbIsovaluesList.h>
+#include <oravane/PoIsovaluesList.h>
+#include <oravane/PoIsovaluesListElement.h>
 
-#include "attributes/ChangeCounter.h"
+#include "attributes/AttributeTest.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <limits>
+#include <tuple>
 
 namespace {
 
-constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-constexpr float infinity = std::numeric_limits<float>::infinity();
+using List = PbIsovaluesList;
 
-struct Contents {
-    std::vector<float> values;
+/// What a list, or a node with one, holds: values, minimum, maximum, step and whether it is regular.
+using Contents = std::tuple<Values, float, float, float, int>;
+
+template <class Source>
+Contents contentsOf(Source &list) {
+    int num, isRegular;
     float min, max, step;
-    int isRegular;
+    const float *block = list.getIsoList(num, min, max, step, isRegular);
+    EXPECT_EQ(block == nullptr, num == 0);
+    return {Values(block, block + num), min, max, step, isRegular};
+}
 
-    explicit Contents(const PbIsovaluesList &list) {
-        int num;
-        const float *block = list.getIsoList(num, min, max, step, isRegular);
-        EXPECT_EQ(block == nullptr, num == 0);
-        values.assign(block, block + num);
-    }
-};
+template <class Source>
+Values valuesOf(Source &list) {
+    return std::get<Values>(contentsOf(list));
+}
 
-using Values = std::vector<float>;
+template <class Source>
+bool isRegular(Source &list) {
+    return std::get<int>(contentsOf(list));
+}
+
+void setIrregular(List &list, const Values &values) {
+    list.setIrregularIsoList(size(values), values.data());
+}
+
+const float data[] = {4, NaN, -2, infinity, 8};
+constexpr float low = -3e38f;
 
 TEST(PbIsovaluesList, RegularForms) {
-    const float data[] = {4, nan, -2, infinity, 8};
+    const Values from1To10 = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
+    const Values from0To18 = {0, 2, 4, 6, 8, 10, 12, 14, 16, 18};
     const struct {
         const char *name;
-        void (*set)(PbIsovaluesList &, const float *);
+        void (*set)(List &);
         Values values;
         float min, max, step;
     } rows[] = {
-        {"start", [](PbIsovaluesList &, const float *) {}, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}, 1, 10, 1},
-        {"bounds and count",
-         [](PbIsovaluesList &list, const float *) { list.setRegularIsoList(10.0f, 0.0f, 3); },
-         {0, 5, 10},
-         0,
-         10,
-         5},
-        {"bounds keep the count",
-         [](PbIsovaluesList &list, const float *) { list.setRegularIsoList(0.0f, 18.0f); },
-         {0, 2, 4, 6, 8, 10, 12, 14, 16, 18},
-         0,
-         18,
-         2},
-        {"count keeps the bounds",
-         [](PbIsovaluesList &list, const float *) { list.setRegularIsoList(4); },
-         {1, 4, 7, 10},
-         1,
-         10,
-         3},
-        {"data and count",
-         [](PbIsovaluesList &list, const float *five) { list.setRegularIsoList(5, five, 3); },
-         {-2, 3, 8},
-         -2,
-         8,
-         5},
-        {"first and step",
-         [](PbIsovaluesList &list, const float *) { list.setRegularIsoList(3, 2.0f, 0.5f); },
-         {2, 2.5f, 3},
-         2,
-         3,
-         0.5f},
-        {"a negative step leaves index 0",
-         [](PbIsovaluesList &list, const float *) { list.setRegularIsoList(4, 9.0f, -2.0f); },
-         {0, 5, 7, 9},
-         0,
-         9,
-         -2},
-        {"one value is the larger bound",
-         [](PbIsovaluesList &list, const float *) { list.setRegularIsoList(2.0f, 6.0f, 1); },
-         {6},
-         2,
-         6,
-         infinity},
-        {"no value", [](PbIsovaluesList &list, const float *) { list.setRegularIsoList(-3); }, {}, 1, 10, -9},
-        {"the range of all floats",
-         [](PbIsovaluesList &list, const float *) { list.setRegularIsoList(-3e38f, 3e38f, 3); },
-         {-3e38f, 0, 3e38f},
-         -3e38f,
-         3e38f,
-         3e38f},
+        {"start", [](List &) {}, from1To10, 1, 10, 1},
+        {"bounds, count", [](List &l) { l.setRegularIsoList(10.0f, 0.0f, 3); }, {0, 5, 10}, 0, 10, 5},
+        {"bounds keep the count", [](List &l) { l.setRegularIsoList(0.0f, 18.0f); }, from0To18, 0, 18, 2},
+        {"count keeps the bounds", [](List &l) { l.setRegularIsoList(4); }, {1, 4, 7, 10}, 1, 10, 3},
+        {"data and count", [](List &l) { l.setRegularIsoList(5, data, 3); }, {-2, 3, 8}, -2, 8, 5},
+        {"data alone", [](List &l) { l.setRegularIsoList(2, data + 3); }, Values(10, 8), 8, 8, 0},
+        {"first and step", [](List &l) { l.setRegularIsoList(3, 2.0f, 0.5f); }, {2, 2.5f, 3}, 2, 3, 0.5f},
+        {"downwards", [](List &l) { l.setRegularIsoList(4, 9.0f, -2.0f); }, {0, 5, 7, 9}, 0, 9, -2},
+        {"one: larger bound", [](List &l) { l.setRegularIsoList(2.0f, 6.0f, 1); }, {6}, 2, 6, infinity},
+        {"no value", [](List &l) { l.setRegularIsoList(-3); }, {}, 1, 10, -9},
+        {"all floats", [](List &l) { l.setRegularIsoList(low, -low, 3); }, {low, 0, -low}, low, -low, -low},
     };
     for (const auto &row : rows) {
-        PbIsovaluesList list;
-        row.set(list, data);
-        const Contents contents(list);
-        EXPECT_EQ(contents.values, row.values) << row.name;
-        EXPECT_EQ(contents.min, row.min) << row.name;
-        EXPECT_EQ(contents.max, row.max) << row.name;
-        EXPECT_EQ(contents.step, row.step) << row.name;
-        EXPECT_EQ(contents.isRegular, 1) << row.name;
+        List list;
+        row.set(list);
+        EXPECT_EQ(contentsOf(list), Contents(row.values, row.min, row.max, row.step, 1)) << row.name;
     }
-    PbIsovaluesList tenths(0.0f, 1.0f, 11);
-    EXPECT_EQ(Contents(tenths).values.back(), 1) << "repeated addition alone gives 1.0000001";
-    tenths.setRegularIsoList(5, data);
-    EXPECT_EQ(Contents(tenths).values.size(), 11u) << "data alone keep the count";
-    EXPECT_EQ(Contents(tenths).values.front(), -2);
+    const List tenths(0.0f, 1.0f, 11);
+    EXPECT_EQ(valuesOf(tenths).back(), 1) << "repeated addition alone gives 1.0000001";
 }
 
 TEST(PbIsovaluesList, IrregularForm) {
@@ -116,55 +81,40 @@ TEST(PbIsovaluesList, IrregularForm) {
         {{7}, {7}, 1, 1},
         {{}, {}, 1, 1},
         {{2, 2, 1}, {1, 2, 2}, 0, 0},
-        {{nan, 4, 2, nan}, {2, 4}, 2, 1},
+        {{NaN, 4, 2, NaN}, {2, 4}, 2, 1},
+        {Values(1000, 3), Values(1000, 3), 0, 1},
     };
     for (const auto &row : rows) {
-        PbIsovaluesList list;
-        list.setIrregularIsoList(static_cast<int>(row.given.size()), row.given.data());
-        const Contents contents(list);
-        EXPECT_EQ(contents.values, row.values);
-        EXPECT_EQ(contents.step, row.step);
-        EXPECT_EQ(contents.isRegular, row.isRegular);
+        List list;
+        setIrregular(list, row.given);
+        EXPECT_EQ(valuesOf(list), row.values);
+        EXPECT_EQ(std::get<3>(contentsOf(list)), row.step);
+        EXPECT_EQ(isRegular(list), row.isRegular);
     }
-    PbIsovaluesList list;
-    const Values many(1000, 3);
-    list.setIrregularIsoList(1000, many.data());
-    EXPECT_EQ(Contents(list).values.size(), 1000u);
-    const Values three = {3, 1, 2};
-    list.setIrregularIsoList(3, three.data());
+    List list;
     int num, isRegular;
     float min, max, step;
     list.setIrregularIsoList(2, list.getIsoList(num, min, max, step, isRegular));
-    EXPECT_EQ(Contents(list).values, (Values{1, 2})) << "its own values";
+    EXPECT_EQ(valuesOf(list), (Values{1, 2})) << "its own values";
 }
 
 TEST(PbIsovaluesList, Searches) {
+    const Values lists[] = {{1, 2, 3}, {1, 2, 4}, {}, {5}, {1, 2}}; // all but the second are regular
+    const float none = 1e20f;
     const struct {
-        Values list;
+        int list;
         float value, lower, upper;
         int index;
     } rows[] = {
-        {{1, 2, 3}, 0, -1e20f, 1, 0},
-        {{1, 2, 3}, 1, 1, 1, 0},
-        {{1, 2, 3}, 2, 2, 2, 1},
-        {{1, 2, 3}, 2.5f, 2, 3, 2},
-        {{1, 2, 3}, 3, 3, 3, 2},
-        {{1, 2, 3}, 9, 3, 1e20f, 3},
-        {{1, 2, 4}, 0, -1e20f, 1, 0},
-        {{1, 2, 4}, 2, 2, 2, 1},
-        {{1, 2, 4}, 3, 2, 4, 2},
-        {{1, 2, 4}, 4, 4, 4, 2},
-        {{1, 2, 4}, 9, 4, 1e20f, 3},
-        {{}, 5, -1e20f, 1e20f, 0},
-        {{5}, 5, 5, 5, 0},
-        {{5}, 6, 5, 1e20f, 1},
-        {{1, 2, 4}, nan, -1e20f, 1e20f, 0},
-        {{1, 2}, nan, -1e20f, 1e20f, 0},
-        {{1, 2, 4}, infinity, 4, 1e20f, 3},
+        {0, 0, -none, 1, 0},      {0, 1, 1, 1, 0},        {0, 2, 2, 2, 1},     {0, 2.5f, 2, 3, 2},
+        {0, 3, 3, 3, 2},          {0, 9, 3, none, 3},     {1, 0, -none, 1, 0}, {1, 2, 2, 2, 1},
+        {1, 3, 2, 4, 2},          {1, 4, 4, 4, 2},        {1, 9, 4, none, 3},  {1, infinity, 4, none, 3},
+        {1, NaN, -none, none, 0}, {2, 5, -none, none, 0}, {3, 5, 5, 5, 0},     {3, 6, 5, none, 1},
+        {4, NaN, -none, none, 0},
     };
     for (const auto &row : rows) {
-        PbIsovaluesList list;
-        list.setIrregularIsoList(static_cast<int>(row.list.size()), row.list.data());
+        List list;
+        setIrregular(list, lists[row.list]);
         EXPECT_EQ(list.getLowerIsovalue(row.value), row.lower) << row.value;
         EXPECT_EQ(list.getUpperIsovalue(row.value), row.upper) << row.value;
         EXPECT_EQ(list.getIndex(row.value), row.index) << row.value;
@@ -172,43 +122,98 @@ TEST(PbIsovaluesList, Searches) {
 }
 
 TEST(PbIsovaluesList, IndexStaysInsideTheListWhateverItsForm) {
-    PbIsovaluesList lists[5];
+    List lists[5];
     lists[0].setRegularIsoList(5, 10.0f, -1.0f); // 0 7 8 9 10
     lists[1].setRegularIsoList(5, 10.0f, 0.0f);
     lists[2].setRegularIsoList(1000, 0.0f, 0.1f);
     lists[3].setRegularIsoList(-3e38f, 3e38f, 7);
-    const float infinite[] = {-infinity, infinity};
-    lists[4].setIrregularIsoList(2, infinite);
-    for (const PbIsovaluesList &list : lists) {
-        const Contents contents(list);
-        Values probes = contents.values;
-        probes.insert(probes.end(), {nan, infinity, -infinity, 1e30f, -1e30f, 3.3f, 99.85f});
+    setIrregular(lists[4], {-infinity, infinity});
+    for (const List &list : lists) {
+        Values probes = valuesOf(list);
+        const int num = size(probes);
+        probes.insert(probes.end(), {NaN, infinity, -infinity, 1e30f, -1e30f, 3.3f, 99.85f});
         for (float probe : probes) {
             const int index = list.getIndex(probe);
-            EXPECT_TRUE(index >= 0 && index <= static_cast<int>(contents.values.size())) << probe;
+            EXPECT_TRUE(index >= 0 && index <= num) << probe;
         }
     }
 }
 
 TEST(PbIsovaluesList, CopiesComparesAndTellsTheKits) {
-    PbIsovaluesList source(0.0f, 4.0f, 5), target;
+    List source(0.0f, 4.0f, 5), target;
     ChangeCounter kit(target);
     EXPECT_FALSE(source == target);
     target = source;
     EXPECT_EQ(kit.changes(), 1);
     EXPECT_TRUE(source == target);
-    const PbIsovaluesList copy(source);
+    const List copy(source);
     source.setRegularIsoList(3);
-    EXPECT_EQ(Contents(copy).values, (Values{0, 1, 2, 3, 4}));
-    target.setRegularIsoList(nan, 3.0f, 4);
+    EXPECT_EQ(valuesOf(copy), (Values{0, 1, 2, 3, 4}));
+    target.setRegularIsoList(NaN, 3.0f, 4);
     target.setRegularIsoList(3, 1.0f, infinity);
     target.setRegularIsoList(3, nullptr);
-    target.setRegularIsoList(1, &nan, 5);
+    target.setRegularIsoList(1, &NaN, 5);
     target.setIrregularIsoList(2, nullptr);
     EXPECT_EQ(kit.changes(), 1) << "refused";
     EXPECT_TRUE(copy == target);
     target.setIrregularIsoList(0, nullptr);
     EXPECT_EQ(kit.changes(), 2);
+}
+
+const List &listBehind(SoNode *node) {
+    return *stateBehind<PoIsovaluesListElement>(node);
+}
+
+void setField(PoIsovaluesList &node, const Values &values) {
+    node.isovaluesList.setNum(size(values));
+    node.isovaluesList.setValues(0, size(values), values.data());
+}
+
+Values fieldOf(const PoIsovaluesList &node) {
+    const float *values = node.isovaluesList.getValues(0);
+    return Values(values, values + node.isovaluesList.getNum());
+}
+
+TEST(PoIsovaluesList, FieldReachesTheListAtTheNextAction) {
+    EXPECT_EQ(stateBehind<PoIsovaluesListElement>(nullptr), nullptr);
+    const test::Ref<PoIsovaluesList> node(new PoIsovaluesList);
+    const List &list = listBehind(node.get());
+    setField(*node.get(), {4, 1, 2});
+    EXPECT_EQ(valuesOf(list), Values{0}) << "not yet";
+    listBehind(node.get());
+    EXPECT_EQ(valuesOf(list), (Values{1, 2, 4}));
+    for (const Values &rest : {Values{4}, Values{}}) {
+        setField(*node.get(), rest);
+        EXPECT_EQ(valuesOf(*node.get()), rest) << "asking the node brings it up to date";
+    }
+}
+
+TEST(PoIsovaluesList, RegularListsShowInTheFieldAndStayRegular) {
+    const test::Ref<PoIsovaluesList> node(new PoIsovaluesList);
+    setField(*node.get(), {1, 2, 3, 4, 5, 6, 7});
+    node->setRegularIsoList(0.0f, 10.0f, 3);
+    EXPECT_EQ(fieldOf(*node.get()), (Values{0, 5, 10}));
+    EXPECT_EQ(valuesOf(*node.get()), (Values{0, 5, 10}));
+    EXPECT_EQ(isRegular(*node.get()), 1);
+    node->setRegularIsoList(5, data, 2);
+    EXPECT_EQ(fieldOf(*node.get()), (Values{-2, 8}));
+    node->setRegularIsoList(50, 0.0f, 0.1f);
+    EXPECT_EQ(isRegular(listBehind(node.get())), 1) << "although the rounded distances differ";
+    node->isovaluesList.touch();
+    EXPECT_EQ(isRegular(*node.get()), 0);
+    setField(*node.get(), {8, 9});
+    node->setRegularIsoList(NaN, 1.0f, 5);
+    EXPECT_EQ(valuesOf(*node.get()), (Values{8, 9})) << "refused";
+    EXPECT_EQ(fieldOf(*node.get()), (Values{8, 9}));
+}
+
+TEST(PoIsovaluesList, SurvivesFiles) {
+    for (const bool isBinary : {false, true}) {
+        const auto node =
+            throughFile<PoIsovaluesList>("PoIsovaluesList { isovaluesList [ 3, 1, 2.5 ] }", isBinary);
+        ASSERT_TRUE(node) << isBinary;
+        EXPECT_EQ(valuesOf(*node.get()), (Values{1, 2.5f, 3}));
+    }
 }
 
 } // namespace

@@ -1,28 +1,27 @@
 #include <oravane/PiColorConverter.h>
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
+#include "attributes/AttributeTest.h"
 
 namespace {
 
 TEST(PiColorConverter, KnownColours) {
     const struct {
-        float hls[3];
+        SbVec3f hls;
         SbColor rgb;
     } rows[] = {
-        {{0, 0.5f, 1}, SbColor(1, 0, 0)},     {{120, 0.5f, 1}, SbColor(0, 1, 0)},
-        {{240, 0.5f, 1}, SbColor(0, 0, 1)},   {{60, 0.5f, 1}, SbColor(1, 1, 0)},
-        {{300, 0.5f, 1}, SbColor(1, 0, 1)},   {{0, 0.5f, 0}, SbColor(0.5f, 0.5f, 0.5f)},
-        {{30, 0.5f, 1}, SbColor(1, 0.5f, 0)}, {{0, 0.75f, 1}, SbColor(1, 0.5f, 0.5f)},
+        {SbVec3f(0, 0.5f, 1), red},
+        {SbVec3f(120, 0.5f, 1), green},
+        {SbVec3f(240, 0.5f, 1), blue},
+        {SbVec3f(300, 0.5f, 1), SbColor(1, 0, 1)},
+        {SbVec3f(0, 0.5f, 0), grey},
+        {SbVec3f(30, 0.5f, 1), SbColor(1, 0.5f, 0)},
+        {SbVec3f(0, 0.75f, 1), SbColor(1, 0.5f, 0.5f)},
     };
     for (const auto &row : rows) {
-        EXPECT_TRUE(PiColorConverter::toRGB(row.hls).equals(row.rgb, 1e-6f)) << row.hls[0];
+        EXPECT_TRUE(PiColorConverter::toRGB(row.hls.getValue()).equals(row.rgb, 1e-6f)) << row.hls[0];
         float hls[3];
         PiColorConverter::toHLS(row.rgb, hls);
-        for (int i = 0; i < 3; ++i)
-            EXPECT_NEAR(hls[i], row.hls[i], 1e-4f) << row.hls[0];
+        EXPECT_TRUE(row.hls.equals(SbVec3f(hls), 1e-8f)) << row.hls[0];
     }
 }
 
@@ -39,14 +38,14 @@ TEST(PiColorConverter, RoundTripOverTheCube) {
 }
 
 TEST(PiColorConverter, AnyInputGivesComponentsFrom0To1) {
-    const float odd[] = {std::nanf(""), std::numeric_limits<float>::infinity(), -1e30f, -20, 2, 1e30f};
+    const float odd[] = {NaN, infinity, -1e30f, -20, 2, 1e30f};
     for (float h : odd)
         for (float l : odd)
             for (float s : odd) {
                 const float in[3] = {h, l, s};
                 const SbColor rgb = PiColorConverter::toRGB(in);
                 float hls[3];
-                PiColorConverter::toHLS(SbColor(h, l, s), hls);
+                PiColorConverter::toHLS(SbColor(in), hls);
                 for (int i = 0; i < 3; ++i)
                     EXPECT_TRUE(rgb[i] >= 0 && rgb[i] <= 1 && hls[i] >= 0 && hls[i] < 360) << h << l << s;
             }

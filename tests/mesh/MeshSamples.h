@@ -6,18 +6,14 @@
 #include <oravane/PbRegularCartesianGrid2D.h>
 
 #include <functional>
+#include <limits>
 #include <memory>
-#include <ostream>
 #include <vector>
 
 namespace test {
 
-inline std::vector<int> listOf(const PbArrayOfInt &array) {
-    std::vector<int> list;
-    for (int i = 0; i < array.getNum(); ++i)
-        list.push_back(array[i]);
-    return list;
-}
+constexpr float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
+constexpr float INFINITE = std::numeric_limits<float>::infinity();
 
 /// Result of a function that fills an array of cells or nodes.
 template <class Fill>
@@ -25,7 +21,10 @@ std::vector<int> listFrom(Fill fill) {
     PbArrayOfInt array;
     array.add(99); // what was there before must go
     fill(array);
-    return listOf(array);
+    std::vector<int> list;
+    for (int i = 0; i < array.getNum(); ++i)
+        list.push_back(array[i]);
+    return list;
 }
 
 /// The arrays of a grid over steps of 0.5 in x and 0.25 in y, from (1, -1): exact in every kind of grid.
@@ -56,15 +55,15 @@ struct NamedGrid {
 
 /// The sample on every kind of grid that can hold it.
 inline std::vector<NamedGrid> allKinds(const GridSample &s, bool withZ, int isDataDuplicate) {
-    const float *z = withZ ? s.z.data() : nullptr;
+    const float *z = withZ ? s.z.data() : nullptr, *x = s.columns.data(), *y = s.rows.data();
+    const SbVec2f low(x[0], y[0]), high(s.columns.back(), s.rows.back());
     std::vector<NamedGrid> grids;
     grids.push_back({"Cartesian", std::make_unique<PbCartesianGrid2D>(s.numX, s.numY, s.x.data(), s.y.data(),
                                                                       z, isDataDuplicate)});
-    grids.push_back({"Paral", std::make_unique<PbParalCartesianGrid2D>(s.numX, s.numY, s.columns.data(),
-                                                                       s.rows.data(), z, isDataDuplicate)});
+    grids.push_back(
+        {"Paral", std::make_unique<PbParalCartesianGrid2D>(s.numX, s.numY, x, y, z, isDataDuplicate)});
     grids.push_back({"Regular", std::make_unique<PbRegularCartesianGrid2D>(
-                                    s.numX, s.numY, s.columns.front(), s.rows.front(), s.columns.back(),
-                                    s.rows.back(), z, isDataDuplicate)});
+                                    s.numX, s.numY, low[0], low[1], high[0], high[1], z, isDataDuplicate)});
     return grids;
 }
 

@@ -6,13 +6,9 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 using test::listFrom;
 
 namespace {
-
-const float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
 
 /// Node positions of one mesh that all cells below are taken from.
 const float X[] = {0, 4, 5, 1, 2, 8, 2, 2};
@@ -40,26 +36,21 @@ void expectLocationInvertsInterpolation(const PbCell &cell) {
 }
 
 TEST(PbCell, LocationInvertsInterpolation) {
-    PbTriangleCell triangle(nullptr);
-    expectLocationInvertsInterpolation(triangle);
-    ASSERT_EQ(triangle.set(0, X, Y, 0, 1, 2), 1);
-    expectLocationInvertsInterpolation(triangle);
-    ASSERT_EQ(triangle.set(0, X, Y, 3, 2, 1), 1);
-    expectLocationInvertsInterpolation(triangle);
-    PbQuadrangleCell quadrangle(nullptr);
-    expectLocationInvertsInterpolation(quadrangle);
-    quadrangle.set(0, X, Y, 0, 1, 2, 3);
-    expectLocationInvertsInterpolation(quadrangle);
-    const float z[] = {0, 0, 3, 3}; // a plane that leans over, so that each pair of axes gets used
-    const float steepX[] = {0, 1, 1, 0};
-    const float steepY[] = {0, 0, 0.01f, 0.01f};
-    quadrangle.set(0, steepX, steepY, z, 0, 1, 2, 3);
-    expectLocationInvertsInterpolation(quadrangle);
-    quadrangle.set(0, steepY, steepX, z, 0, 1, 2, 3);
-    expectLocationInvertsInterpolation(quadrangle);
+    PbTriangleCell triangle(nullptr), turned(nullptr);
+    PbQuadrangleCell unit(nullptr), quadrangle(nullptr), steep(nullptr), steeper(nullptr);
     PbPixelCell pixel(nullptr);
+    EXPECT_EQ(triangle.set(0, X, Y, 0, 1, 2), 1);
+    EXPECT_EQ(turned.set(0, X, Y, 3, 2, 1), 1);
+    quadrangle.set(0, X, Y, 0, 1, 2, 3);
+    const float z[] = {0, 0, 3, 3}; // a plane that leans over, so that each pair of axes gets used
+    const float steepX[] = {0, 1, 1, 0}, steepY[] = {0, 0, 0.01f, 0.01f};
+    steep.set(0, steepX, steepY, z, 0, 1, 2, 3);
+    steeper.set(0, steepY, steepX, z, 0, 1, 2, 3);
     pixel.set(2, 7, -2, 5, 4, 1, 1);
-    expectLocationInvertsInterpolation(pixel);
+    for (const PbCell *cell : std::initializer_list<const PbCell *>{&triangle, &turned, &unit, &quadrangle,
+                                                                    &steep, &steeper, &pixel})
+        expectLocationInvertsInterpolation(*cell);
+    expectLocationInvertsInterpolation(PbTriangleCell(nullptr));
 }
 
 TEST(PbCell, ListsNodesOfEdgesAndOfTheOneFacet) {
@@ -68,10 +59,10 @@ TEST(PbCell, ListsNodesOfEdgesAndOfTheOneFacet) {
     PbPixelCell pixel(nullptr);
     pixel.set(0, 0, 1, 1, 5, 2, 3);
     const auto edge = [](const PbCell &cell, int number) {
-        return listFrom([&](PbArrayOfInt &nodes) { cell.getNodesIndexOfEdge(number, nodes); });
+        return listFrom([&](auto &nodes) { cell.getNodesIndexOfEdge(number, nodes); });
     };
     const auto facet = [](const PbCell &cell, int number) {
-        return listFrom([&](PbArrayOfInt &nodes) { cell.getNodesIndexOfFacet(number, nodes); });
+        return listFrom([&](auto &nodes) { cell.getNodesIndexOfFacet(number, nodes); });
     };
     EXPECT_EQ(edge(triangle, 2), (std::vector<int>{2, 4}));
     EXPECT_EQ(facet(triangle, 0), (std::vector<int>{4, 1, 2}));
@@ -107,6 +98,7 @@ TEST(PbTriangleCell, ToleranceWidensIt) {
     PbTriangleCell cell(nullptr);
     SbVec3f pcoord(0, 0, 5);
     EXPECT_EQ(cell.locatePoint(SbVec3f(1.01f, 0, 0), 0, pcoord), 0);
+    EXPECT_EQ(cell.locatePoint(SbVec3f(0.6f, 0.6f, 0), 0, pcoord), 0) << "beyond the slanting side";
     EXPECT_EQ(cell.locatePoint(SbVec3f(1.01f, 0, 0), 0.02f, pcoord), 1);
     EXPECT_EQ(cell.locatePoint(SbVec3f(0.25f, 0.25f, 0), 0, pcoord), 1);
     EXPECT_EQ(pcoord, SbVec3f(0.25f, 0.25f, 5)) << "the third component is the caller's";
@@ -116,14 +108,14 @@ TEST(PbTriangleCell, DegenerateOneKeepsItsNodesAndContainsNothing) {
     PbTriangleCell cell(nullptr);
     const float z[8] = {};
     SbVec3f pcoord;
-    const auto makeInvalid = [&](int row) {
-        ASSERT_EQ(cell.set(3, X, Y, 0, 1, 2), 1);
-        const int results[] = {cell.set(4, X, Y, 0, 4, 5), cell.set(4, X, Y, z, 0, 1, 3),
-                               cell.set(4, nullptr, Y, 0, 1, 3)};
-        EXPECT_EQ(results[row], 0);
+    const std::function<int()> refused[] = {
+        [&] { return cell.set(4, X, Y, 0, 4, 5); },
+        [&] { return cell.set(4, X, Y, z, 0, 1, 3); },
+        [&] { return cell.set(4, nullptr, Y, 0, 1, 3); },
     };
-    for (int row = 0; row < 3; ++row) {
-        makeInvalid(row);
+    for (const auto &set : refused) {
+        ASSERT_EQ(cell.set(3, X, Y, 0, 1, 2), 1);
+        EXPECT_EQ(set(), 0);
         EXPECT_EQ(cell.getIndex(), 3);
         EXPECT_EQ(cell.getNodeCoord(2), SbVec3f(5, 4, 0));
         EXPECT_EQ(cell.locatePoint(SbVec3f(3, 1.5f, 0), 100, pcoord), 0);
@@ -150,8 +142,8 @@ TEST(PbQuadrangleCell, LocatesInPlaneAndInSpace) {
 TEST(PbQuadrangleCell, DegenerateOnesAndBadPointsAreOutside) {
     PbQuadrangleCell cell(nullptr);
     SbVec3f pcoord;
-    EXPECT_EQ(cell.locatePoint(SbVec3f(NOT_A_NUMBER, 0, 0), 0, pcoord), 0);
-    EXPECT_EQ(cell.locatePoint(SbVec3f(std::numeric_limits<float>::infinity(), 0, 0), 0, pcoord), 0);
+    EXPECT_EQ(cell.locatePoint(SbVec3f(test::NOT_A_NUMBER, 0, 0), 0, pcoord), 0);
+    EXPECT_EQ(cell.locatePoint(SbVec3f(test::INFINITE, 0, 0), 0, pcoord), 0);
     const float folded[] = {0, 1, 0, 1}, bow[] = {0, 1, 1, 0}; // Jacobian 0 at the centre
     cell.set(0, folded, bow, 0, 1, 2, 3);
     EXPECT_EQ(cell.locatePoint(SbVec3f(0.5f, 0.5f, 0), 0, pcoord), 0);
