@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 
 using oravane::GridFile;
 using oravane::RawFile;
@@ -13,6 +14,19 @@ namespace {
 
 const std::string gridHeader = "# A hill\n# nx: 3\n# ny: 2\n# x0: 10.5\n# y0: -1\n# dx: 2\n# dy: 0.5\n";
 
+struct Fault {
+    std::string content, reason;
+};
+
+/// Each content, written to a file, is refused with the reason.
+template <class Read>
+void expectFaults(const TemporaryFolder &folder, const std::vector<Fault> &faults, Read read) {
+    for (const Fault &fault : faults) {
+        const std::string path = folder.write("a.txt", fault.content);
+        EXPECT_EQ(refusalOf([&] { read(path); }), "cannot read " + path + ": " + fault.reason);
+    }
+}
+
 TEST(GridFile, RowsAlongXBecomeNodesAlongY) {
     const TemporaryFolder folder;
     const GridFile grid = oravane::readGridFile(
@@ -20,11 +34,8 @@ TEST(GridFile, RowsAlongXBecomeNodesAlongY) {
     EXPECT_EQ(grid.numX, 3);
     EXPECT_EQ(grid.numY, 2);
     EXPECT_EQ(grid.values, (std::vector<float>{1, 4, 2, 5, 3, 6.5f}));
-    EXPECT_EQ(grid.xmin, 10.5f);
-    EXPECT_EQ(grid.xmax, 14.5f);
-    EXPECT_EQ(grid.ymin, -1.0f);
-    EXPECT_EQ(grid.ymax, -0.5f);
-    EXPECT_EQ(grid.maximum, 6.5f);
+    EXPECT_EQ((std::array{grid.xmin, grid.xmax, grid.ymin, grid.ymax, grid.maximum}),
+              (std::array{10.5f, 14.5f, -1.0f, -0.5f, 6.5f}));
     EXPECT_TRUE(grid.minimum != grid.minimum) << "the file states none";
     EXPECT_EQ(grid.missing, -9999.0f);
     EXPECT_FALSE(
@@ -33,10 +44,7 @@ TEST(GridFile, RowsAlongXBecomeNodesAlongY) {
 
 TEST(GridFile, FaultsAreNamedWithTheFile) {
     const TemporaryFolder folder;
-    const std::string path = folder.path("a.txt");
-    const struct {
-        std::string content, reason;
-    } rows[] = {
+    const std::vector<Fault> faults{
         {"", "the line \"nx\" is missing"},
         {"# nx: three\n", "the value of \"nx\" is no number: three"},
         {"# nx: 3\n# ny: 2\n# x0: 0\n", "the line \"y0\" is missing"},
@@ -50,15 +58,10 @@ TEST(GridFile, FaultsAreNamedWithTheFile) {
         {"# nx: 2000000000\n# ny: 2000000000\n# x0: 0\n# y0: 0\n# dx: 1\n# dy: 1\n1 2",
          "fewer values than nx times ny"},
     };
-    for (const auto &row : rows) {
-        folder.write("a.txt", row.content);
-        EXPECT_EQ(refusalOf([&] { oravane::readGridFile(path); }), "cannot read " + path + ": " + row.reason);
-    }
-    const std::string nowhere = folder.path("none.txt");
-    EXPECT_EQ(refusalOf([&] { oravane::readGridFile(nowhere); }),
-              "cannot read " + nowhere + ": no such file");
-    EXPECT_EQ(refusalOf([&] { oravane::readGridFile(folder.path("")); }),
-              "cannot read " + folder.path("") + ": no such file");
+    expectFaults(folder, faults, oravane::readGridFile);
+    for (const std::string &nowhere : {folder.path("none.txt"), folder.path("")})
+        EXPECT_EQ(refusalOf([&] { oravane::readGridFile(nowhere); }),
+                  "cannot read " + nowhere + ": no such file");
 }
 
 TEST(GridFile, TheTerrainOfTheExamplesIsWhatItsHeaderStates) {
@@ -89,25 +92,19 @@ TEST(RawFile, ArraysAreFoundByNameAndPlace) {
 TEST(RawFile, FaultsAreNamedWithTheFile) {
     const TemporaryFolder folder;
     folder.write("a.raw", "12345678");
-    const std::string path = folder.path("a.hdr");
-    const struct {
-        std::string content, reason;
-    } rows[] = {
+    const std::string tooLarge = "array \"v\" does not fit into the raw file";
+    const std::vector<Fault> faults{
         {"kind: test\n", "the line \"raw_file\" is missing"},
         {"dims: 2 x\nraw_file: a.raw\n", "the value of \"dims\" is not a list of sizes: 2 x"},
         {"raw_file: a.raw\narray: v float32 1\n", "the line of array \"v\" is incomplete"},
         {"raw_file: a.raw\narray: v float64 1 1 0\n", "array \"v\" is of unknown type float64"},
-        {"raw_file: a.raw\narray: v float32 1 3 0\n", "array \"v\" does not fit into the raw file"},
-        {"raw_file: a.raw\narray: v float32 1 2 4\n", "array \"v\" does not fit into the raw file"},
-        {"raw_file: a.raw\narray: v float32 0 2 0\n", "array \"v\" does not fit into the raw file"},
-        {"raw_file: a.raw\narray: v float32 4 4611686018427387905 0\n",
-         "array \"v\" does not fit into the raw file"},
+        {"raw_file: a.raw\narray: v float32 1 3 0\n", tooLarge},
+        {"raw_file: a.raw\narray: v float32 1 2 4\n", tooLarge},
+        {"raw_file: a.raw\narray: v float32 0 2 0\n", tooLarge},
+        {"raw_file: a.raw\narray: v float32 4 4611686018427387905 0\n", tooLarge},
     };
-    for (const auto &row : rows) {
-        folder.write("a.hdr", row.content);
-        EXPECT_EQ(refusalOf([&] { oravane::readRawFile(path); }), "cannot read " + path + ": " + row.reason);
-    }
-    folder.write("a.hdr", "raw_file: b.raw\n");
+    expectFaults(folder, faults, oravane::readRawFile);
+    const std::string path = folder.write("a.hdr", "raw_file: b.raw\n");
     EXPECT_EQ(refusalOf([&] { oravane::readRawFile(path); }),
               "cannot read " + folder.path("b.raw") + ": no such file");
 }

@@ -34,25 +34,25 @@ TEST(Example, MakesTheFolderAndNamesWhatWasWritten) {
 
 TEST(Example, EndsWithOneLineWhenSomethingFails) {
     const TemporaryFolder folder;
-    const std::string file = folder.write("file", "x");
-    const std::string out = folder.path("out");
+    const std::string file = folder.write("file", "x"), out = folder.path("out");
+    const std::string usage = "usage: build/terrain [--out DIR] [--data DIR]\n";
+    const auto nothing = [](Example &) {};
+    const auto failing = [](Example &) { throw std::runtime_error("no data"); };
+    const auto forgetful = [](Example &example) { example.outFile("page.ps"); };
     const struct {
         std::vector<std::string> arguments;
         std::function<void(Example &)> body;
         int status;
         std::string line;
     } rows[] = {
-        {{"--out", out}, [](Example &) { throw std::runtime_error("no data"); }, 1, "terrain: no data\n"},
-        {{"--out", out},
-         [](Example &example) { example.outFile("page.ps"); },
-         1,
-         "terrain: nothing was written to " + out + "/page.ps\n"},
+        {{"--out", out}, failing, 1, "terrain: no data\n"},
+        {{"--out", out}, forgetful, 1, "terrain: nothing was written to " + out + "/page.ps\n"},
         {{"--out", file + "/out"},
-         [](Example &) {},
+         nothing,
          1,
          "terrain: cannot make the folder " + file + "/out: Not a directory\n"},
-        {{"--out"}, [](Example &) {}, 2, "usage: build/terrain [--out DIR] [--data DIR]\n"},
-        {{"--size", "3"}, [](Example &) {}, 2, "usage: build/terrain [--out DIR] [--data DIR]\n"},
+        {{"--out"}, nothing, 2, usage},
+        {{"--size", "3"}, nothing, 2, usage},
     };
     for (const auto &row : rows) {
         ::testing::internal::CaptureStderr();

@@ -1,11 +1,9 @@
 #include "tools/HeadlessRenderer.h"
 
 #include "TemporaryFolder.h"
+#include "TestScene.h"
 
-#include <Inventor/SoDB.h>
-#include <Inventor/SoInput.h>
 #include <Inventor/nodes/SoDrawStyle.h>
-#include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/sensors/SoFieldSensor.h>
 
 #include <gtest/gtest.h>
@@ -23,83 +21,66 @@ constexpr Pixel white{255, 255, 255};
 constexpr Pixel red{255, 0, 0};
 
 /// A scene of 2 x 2 units around the origin, unlit, seen from the front.
-class Scene {
-public:
-    explicit Scene(const std::string &nodes) {
-        const std::string text =
-            "#Inventor V2.1 ascii\n"
-            "Separator { LightModel { model BASE_COLOR } BaseColor { rgb 1 0 0 }\n"
-            "OrthographicCamera { position 0 0 5 height 2 nearDistance 1 farDistance 9 }\n" +
-            nodes + "}";
-        SoInput input;
-        input.setBuffer(text.data(), text.size());
-        m_root = SoDB::readAll(&input);
-        m_root->ref();
-    }
-    ~Scene() { m_root->unref(); }
-    Scene(const Scene &) = delete;
-    Scene &operator=(const Scene &) = delete;
-
-    SoSeparator *root() const { return m_root; }
-
-private:
-    SoSeparator *m_root = nullptr;
-};
+test::Ref<SoSeparator> makeScene(const std::string &nodes) {
+    return test::readBack("#Inventor V2.1 ascii\n"
+                          "Separator { LightModel { model BASE_COLOR } BaseColor { rgb 1 0 0 }\n"
+                          "OrthographicCamera { position 0 0 5 height 2 nearDistance 1 farDistance 9 }\n" +
+                          nodes + "}");
+}
 
 std::set<Pixel> pixelsOf(const Picture &picture) {
     std::set<Pixel> pixels;
-    for (int y = 0; y < picture.height; ++y)
-        for (int x = 0; x < picture.width; ++x)
-            pixels.insert(picture.at(x, y));
+    for (int k = 0; k < picture.width * picture.height; ++k)
+        pixels.insert(picture.at(k % picture.width, k / picture.width));
     return pixels;
 }
 
 TEST(HeadlessRenderer, DrawsTheSceneOverTheBackgroundTopRowFirst) {
-    const Scene cube("Translation { translation 0 0.5 0 } Cube { width 1 height 0.8 depth 1 }");
+    const auto cube = makeScene("Translation { translation 0 0.5 0 } Cube { width 1 height 0.8 depth 1 }");
     HeadlessRenderer renderer;
-    const Picture picture = renderer.render(cube.root(), 60, 40);
+    const Picture picture = renderer.render(cube.get(), 60, 40);
     ASSERT_EQ(picture.width, 60);
     ASSERT_EQ(picture.height, 40);
     EXPECT_EQ(picture.at(30, 10), red) << "the upper half";
     EXPECT_EQ(picture.at(30, 30), white) << "the lower half";
     EXPECT_EQ(picture.at(0, 0), white);
     renderer.setBackground(SbColor(0, 0, 1));
-    const Picture again =
-        renderer.render(cube.root(), 300, 300); // larger than before, with the same renderer
+    const Picture again = renderer.render(cube.get(), 300, 300); // larger, with the same renderer
     EXPECT_EQ(again.at(0, 0), (Pixel{0, 0, 255}));
     EXPECT_EQ(again.at(150, 75), red);
 }
 
 TEST(HeadlessRenderer, SmoothsEdgesOnlyWithSamples) {
-    const Scene turned("RotationXYZ { axis Z angle 0.3 } Cube { width 1 height 1 depth 1 }");
-    EXPECT_EQ(pixelsOf(HeadlessRenderer(1).render(turned.root(), 50, 50)), (std::set<Pixel>{white, red}));
-    EXPECT_GT(pixelsOf(HeadlessRenderer(4).render(turned.root(), 50, 50)).size(), 8U);
+    const auto turned = makeScene("RotationXYZ { axis Z angle 0.3 } Cube { width 1 height 1 depth 1 }");
+    EXPECT_EQ(pixelsOf(HeadlessRenderer(1).render(turned.get(), 50, 50)), (std::set<Pixel>{white, red}));
+    EXPECT_GT(pixelsOf(HeadlessRenderer(4).render(turned.get(), 50, 50)).size(), 8U);
 }
 
 TEST(HeadlessRenderer, LinesKeepTheirWidthWhenSmoothed) {
     const std::string line = "Coordinate3 { point [-2 0.02 0, 2 0.02 0] } LineSet { }";
-    const Scene unstyled(line);
-    const Scene styled("DrawStyle { lineWidth 5 }" + line);
-    const Scene kit("ShapeKit { coordinate3 Coordinate3 { point [-2 0.02 0, 2 0.02 0] } shape LineSet { }\n"
-                    "appearance AppearanceKit { drawStyle DrawStyle { lineWidth 3 } } }");
-    SoDrawStyle *const style = static_cast<SoDrawStyle *>(styled.root()->getChild(3));
+    const auto unstyled = makeScene(line), styled = makeScene("DrawStyle { lineWidth 5 }" + line);
+    const auto kit =
+        makeScene("ShapeKit { coordinate3 Coordinate3 { point [-2 0.02 0, 2 0.02 0] } shape LineSet { }"
+                  "appearance AppearanceKit { drawStyle DrawStyle { lineWidth 3 } } }");
+    SoDrawStyle *const style = static_cast<SoDrawStyle *>(styled->getChild(3));
     ASSERT_TRUE(style->isOfType(SoDrawStyle::getClassTypeId()));
     int changes = 0;
     SoFieldSensor sensor([](void *count, SoSensor *) { ++*static_cast<int *>(count); }, &changes);
     sensor.setPriority(0);
     sensor.attach(&style->lineWidth);
-    // The ink of one column: how many pixels are red, and the share of those that are partly so.
-    const auto ink = [](const Picture &picture) {
-        double sum = 0.0;
-        for (int y = 0; y < picture.height; ++y)
-            sum += (255 - picture.at(25, y)[1]) / 255.0;
-        return sum;
-    };
     for (const int samples : {1, 4}) {
         HeadlessRenderer renderer(samples);
-        EXPECT_NEAR(ink(renderer.render(unstyled.root(), 50, 50)), 1.0, 0.01) << samples;
-        EXPECT_NEAR(ink(renderer.render(styled.root(), 50, 50)), 5.0, 0.01) << samples;
-        EXPECT_NEAR(ink(renderer.render(kit.root(), 50, 50)), 3.0, 0.01) << samples;
+        // The ink of one column: how many pixels are red, and the share of those that are partly so.
+        const auto ink = [&renderer](const test::Ref<SoSeparator> &scene) {
+            const Picture picture = renderer.render(scene.get(), 50, 50);
+            double sum = 0.0;
+            for (int y = 0; y < picture.height; ++y)
+                sum += (255 - picture.at(25, y)[1]) / 255.0;
+            return sum;
+        };
+        EXPECT_NEAR(ink(unstyled), 1.0, 0.01) << samples;
+        EXPECT_NEAR(ink(styled), 5.0, 0.01) << samples;
+        EXPECT_NEAR(ink(kit), 3.0, 0.01) << samples;
     }
     EXPECT_FLOAT_EQ(style->lineWidth.getValue(), 5.0f);
     EXPECT_TRUE(style->pointSize.isDefault());
@@ -107,14 +88,13 @@ TEST(HeadlessRenderer, LinesKeepTheirWidthWhenSmoothed) {
 }
 
 TEST(HeadlessRenderer, RefusesWhatCannotBeDrawn) {
-    const Scene empty("");
+    const auto empty = makeScene("");
     HeadlessRenderer renderer(4);
     EXPECT_EQ(refusalOf([&] { renderer.render(nullptr, 10, 10); }), "cannot render: there is no scene");
-    EXPECT_EQ(refusalOf([&] { renderer.render(empty.root(), 0, 10); }),
-              "cannot render: a picture of 0 x 10 pixels is not possible");
-    EXPECT_EQ(refusalOf([&] { renderer.render(empty.root(), 8192, 10); }),
-              "cannot render: a picture of 8192 x 10 pixels is not possible");
-    EXPECT_EQ(pixelsOf(renderer.render(empty.root(), 10, 10)), std::set<Pixel>{white});
+    for (const int width : {0, 8192})
+        EXPECT_EQ(refusalOf([&] { renderer.render(empty.get(), width, 10); }),
+                  "cannot render: a picture of " + std::to_string(width) + " x 10 pixels is not possible");
+    EXPECT_EQ(pixelsOf(renderer.render(empty.get(), 10, 10)), std::set<Pixel>{white});
 }
 
 } // namespace
