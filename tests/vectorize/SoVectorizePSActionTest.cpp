@@ -217,7 +217,8 @@ TEST(SoVectorizePSAction, MarkersAreDefinedOnce) {
     EXPECT_EQ(text.substr(0, text.find("/Bitmap", 1)),
               "/Bitmap200\n{ 10 2\n true\n [10 0 0 2 0 0]\n{<80C00140>} imagemask\n} bind def\n"
               "/currentBitmapIndex {Bitmap200} bind def\n1 0 0 gc\n5.00 1.00 -2.25 6.50 DisplayBitmap\n");
-    EXPECT_EQ(count(text, "imagemask"), 2);
+    EXPECT_EQ(linesWith("imagemask", text),
+              "{<80C00140>} imagemask;{<000000002200140008001400220000000000>} imagemask;");
     EXPECT_EQ(count(text, "DisplayBitmap"), 4) << "the third marker has no bitmap";
     EXPECT_EQ(count(text, "/currentBitmapIndex"), 4);
     markers->unref();
@@ -374,10 +375,10 @@ TEST(SoVectorizePSAction, NearSurfacesHideFarOnes) {
         ASSERT_GT(picture.size(), 3u * kPixels * kPixels);
         picture.erase(0, picture.size() - 3u * kPixels * kPixels);
     };
-    /// The colour so many millimetres from the drawing's lower left corner.
+    // The colour so many millimetres from the drawing's lower left corner.
     const auto at = [&](double x, double y) {
-        const int column = static_cast<int>((x + 10) * 72 / 25.4),
-                  line = static_cast<int>((y + 10) * 72 / 25.4);
+        const int column = static_cast<int>((x + 10) * 72 / 25.4);
+        const int line = static_cast<int>((y + 10) * 72 / 25.4);
         return picture.substr(3 * ((kPixels - 1 - line) * kPixels + column), 3);
     };
     const std::string red("\xFF\0\0", 3), blue("\0\0\xFF", 3), black("\0\0\0", 3), white("\xFF\xFF\xFF");
