@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -10,44 +11,46 @@ namespace {
 
 using oravane::ColoredPoints;
 using oravane::PageClipper;
+using Points = std::vector<SbVec4f>;
 
 constexpr float kNear = -1;
-const SbColor kRed(1, 0, 0), kBlue(0, 0, 1);
+constexpr float kInfinite = std::numeric_limits<float>::infinity();
+const SbColor kRed(1, 0, 0), kBlue(0, 0, 1), kViolet(0.5f, 0, 0.5f);
 
-double areaOf(const ColoredPoints &polygon) {
+const ColoredPoints &clip(const Points &points, const SbColor &last = kRed) {
+    static PageClipper clipper;
+    std::vector<SbColor> colors(points.size(), kRed);
+    colors.back() = last;
+    return clipper.polygon(points, colors, kNear);
+}
+
+double areaOf(const Points &points) {
     double twice = 0;
-    for (int i = 0; i < polygon.size(); ++i) {
-        const SbVec4f &a = polygon.points[i];
-        const SbVec4f &b = polygon.points[(i + 1) % polygon.size()];
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const SbVec4f &a = points[i], &b = points[(i + 1) % points.size()];
         twice += static_cast<double>(a[0]) * b[1] - static_cast<double>(b[0]) * a[1];
     }
     return std::fabs(twice) / 2;
 }
 
-void expectInside(const ColoredPoints &points) {
-    for (const SbVec4f &p : points.points) {
-        for (int k = 0; k < 3; ++k) {
-            ASSERT_LE(std::fabs(p[k]), 1.0f);
-        }
-        ASSERT_EQ(p[3], 1.0f);
-    }
+void expectInside(const Points &points) {
+    for (const SbVec4f &p : points)
+        ASSERT_TRUE(std::max({std::fabs(p[0]), std::fabs(p[1]), std::fabs(p[2])}) <= 1 && p[3] == 1);
 }
 
 TEST(PageClipper, PartsOfATriangleInNeighbouringPagesAddUpToIt) {
     std::mt19937 random(3);
     std::uniform_real_distribution<float> uniform(-3, 3);
-    PageClipper clipper;
-    const SbColor colors[] = {kRed, kRed, kRed};
     for (int round = 0; round < 300; ++round) {
-        ColoredPoints triangle;
+        Points triangle;
         for (int k = 0; k < 3; ++k)
-            triangle.add(SbVec4f(uniform(random), uniform(random), 0, 1), kRed);
+            triangle.emplace_back(uniform(random), uniform(random), 0.0f, 1.0f);
         double sum = 0;
         for (int page = 0; page < 25; ++page) {
-            std::vector<SbVec4f> moved = triangle.points;
+            Points moved = triangle;
             for (SbVec4f &p : moved)
                 p += SbVec4f(2.0f * (page % 5 - 2), 2.0f * (page / 5 - 2), 0, 0);
-            const ColoredPoints &part = clipper.polygon(moved, colors, kNear);
+            const Points &part = clip(moved).points;
             expectInside(part);
             sum += areaOf(part);
         }
@@ -56,77 +59,52 @@ TEST(PageClipper, PartsOfATriangleInNeighbouringPagesAddUpToIt) {
 }
 
 TEST(PageClipper, DepthLimitsCutBeforeAndAfterTheDivision) {
-    PageClipper clipper;
     // One corner behind the eye (w < 0): cut at the near limit, where z is -1 and w is 1.
-    const SbVec4f points[] = {{0, 0, 1, 3}, {0.5f, 0, 1, 3}, {0, 0, -3, -1}};
-    const SbColor colors[] = {kRed, kRed, kBlue};
-    const ColoredPoints &cut = clipper.polygon(points, colors, kNear);
+    const ColoredPoints &cut = clip({{0, 0, 1, 3}, {0.5f, 0, 1, 3}, {0, 0, -3, -1}}, kBlue);
     ASSERT_EQ(cut.size(), 4);
-    expectInside(cut);
+    expectInside(cut.points);
     EXPECT_EQ(cut.points[2], SbVec4f(0.25f, 0, -1, 1)) << "half way from the second point to the third";
-    EXPECT_EQ(cut.colors[2], SbColor(0.5f, 0, 0.5f));
-
-    const SbVec4f far[] = {{0, 0, 0, 1}, {1, 0, 2, 1}, {0, 1, 2, 1}};
-    EXPECT_NEAR(areaOf(clipper.polygon(far, colors, kNear)), 0.125, 1e-6);
-    const SbVec4f beyond[] = {{0, 0, 1.5f, 1}, {1, 0, 2, 1}, {0, 1, 2, 1}};
-    EXPECT_EQ(clipper.polygon(beyond, colors, kNear).size(), 0);
+    EXPECT_EQ(cut.colors[2], kViolet);
+    EXPECT_NEAR(areaOf(clip({{0, 0, 0, 1}, {1, 0, 2, 1}, {0, 1, 2, 1}}).points), 0.125, 1e-6);
 }
 
-TEST(PageClipper, PolygonOnTheLimitsStaysAsItIs) {
-    PageClipper clipper;
-    const SbVec4f square[] = {{-1, -1, 1, 1}, {1, -1, 1, 1}, {1, 1, 1, 1}, {-1, 1, 1, 1}};
-    const SbColor colors[] = {kRed, kRed, kRed, kRed};
-    const ColoredPoints &same = clipper.polygon(square, colors, kNear);
-    EXPECT_EQ(same.points, std::vector<SbVec4f>(std::begin(square), std::end(square)));
+TEST(PageClipper, PolygonsStayWholeOrGo) {
+    const Points square = {{-1, -1, 1, 1}, {1, -1, 1, 1}, {1, 1, 1, 1}, {-1, 1, 1, 1}};
+    EXPECT_EQ(clip(square).points, square) << "on the limits";
+    EXPECT_EQ(clip({{0, 0, 1.5f, 1}, {1, 0, 2, 1}, {0, 1, 2, 1}}).size(), 0) << "beyond";
+    EXPECT_EQ(clip({{0, 0, 0, 1}, {kInfinite, 0, 0, 1}, {0, 1, 0, 1}}).size(), 0) << "not finite";
+    EXPECT_EQ(clip({{0, 0, 0, 0}, {1, 0, 0, 0}, {0, 1, 0, 0}}).size(), 0) << "at the eye";
 }
 
 TEST(PageClipper, PolylineFallsIntoRuns) {
     PageClipper clipper;
     // Leaves at x = 1, comes back, and has a point that is not a number.
-    const float nan = std::numeric_limits<float>::quiet_NaN();
-    const SbVec4f points[] = {{0, 0, 0, 1},   {2, 0, 0, 1}, {0, 0.5f, 0, 1},
-                              {0, nan, 0, 1}, {0, 0, 0, 1}, {0, -4, 0, 1}};
-    const SbColor colors[] = {kRed, kBlue, kRed, kRed, kRed, kRed};
+    const Points points = {{0, 0, 0, 1}, {4, 0, 0, 1}, {0, 0.5f, 0, 1}, {0, std::nanf(""), 0, 1},
+                           {0, 0, 0, 1}, {0, -4, 0, 1}};
+    const std::vector<SbColor> colors = {kRed, kBlue, kRed, kRed, kRed, kRed};
     const auto runs = clipper.polyline(points, colors, kNear);
     ASSERT_EQ(runs.size(), 3u);
-    ASSERT_EQ(runs[0].size(), 2);
-    EXPECT_EQ(runs[0].points[1], SbVec4f(1, 0, 0, 1));
-    EXPECT_EQ(runs[0].colors[1], SbColor(0.5f, 0, 0.5f));
-    ASSERT_EQ(runs[1].size(), 2);
-    EXPECT_EQ(runs[1].points[0], SbVec4f(1, 0.25f, 0, 1));
-    EXPECT_EQ(runs[1].points[1], points[2]);
-    ASSERT_EQ(runs[2].size(), 2);
-    EXPECT_EQ(runs[2].points[1], SbVec4f(0, -1, 0, 1));
+    EXPECT_EQ(runs[0].points, (Points{points[0], {1, 0, 0, 1}}));
+    EXPECT_EQ(runs[0].colors[1], SbColor(0.75f, 0, 0.25f));
+    EXPECT_EQ(runs[1].points, (Points{{1, 0.375f, 0, 1}, points[2]}));
+    EXPECT_EQ(runs[2].points, (Points{points[4], {0, -1, 0, 1}}));
 
-    // A segment with both ends outside still shows its middle.
-    const SbVec4f across[] = {{-2, -2, 0, 1}, {2, 2, 0, 1}};
-    const auto middle = clipper.polyline(across, std::span(colors, 2), kNear);
+    const Points across = {{-2, -2, 0, 1}, {2, 2, 0, 1}}; // shows its middle, with both ends outside
+    const auto middle = clipper.polyline(across, std::span(colors).first(2), kNear);
     ASSERT_EQ(middle.size(), 1u);
-    EXPECT_EQ(middle[0].points[0], SbVec4f(-1, -1, 0, 1));
-    EXPECT_EQ(middle[0].points[1], SbVec4f(1, 1, 0, 1));
+    EXPECT_EQ(middle[0].points, (Points{{-1, -1, 0, 1}, {1, 1, 0, 1}}));
     EXPECT_EQ(clipper.polyline({}, {}, kNear).size(), 0u);
 }
 
 TEST(PageClipper, MarksMoveUpAndTextOnlyLooksAtDepthWhenAskedTo) {
-    SbVec4f points[] = {{0, 0, 0, 1}, {3, 0, 0, 1}, {2, 2, 0, 2}, {0, 0, -2, 1}, {0, 0, 3, 2}, {0, 1, 1, 1}};
+    Points points = {{0, 0, 0, 1}, {3, 0, 0, 1}, {2, 2, 0, 2}, {0, 0, -2, 1}, {0, 0, 3, 2}, {0, 1, 1, 1}};
     ASSERT_EQ(PageClipper::marks(points, kNear), 3);
     EXPECT_EQ(points[1], SbVec4f(1, 1, 0, 1));
     EXPECT_EQ(points[2], SbVec4f(0, 1, 1, 1));
-    SbVec4f aside(3, 0, 0, 1);
+    SbVec4f aside(3, 0, 0, 1), atEye(0, 0, 0, 0);
     EXPECT_TRUE(PageClipper::point(aside, kNear, false));
     EXPECT_FALSE(PageClipper::point(aside, kNear, true));
-    SbVec4f atEye(0, 0, 0, 0);
     EXPECT_FALSE(PageClipper::point(atEye, kNear, false));
-}
-
-TEST(PageClipper, PointsThatAreNotFiniteDropAPolygon) {
-    PageClipper clipper;
-    const float inf = std::numeric_limits<float>::infinity();
-    const SbColor colors[] = {kRed, kRed, kRed};
-    const SbVec4f points[] = {{0, 0, 0, 1}, {inf, 0, 0, 1}, {0, 1, 0, 1}};
-    EXPECT_EQ(clipper.polygon(points, colors, kNear).size(), 0);
-    const SbVec4f atEye[] = {{0, 0, 0, 0}, {1, 0, 0, 0}, {0, 1, 0, 0}};
-    EXPECT_EQ(clipper.polygon(atEye, colors, kNear).size(), 0);
 }
 
 } // namespace

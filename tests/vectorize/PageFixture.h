@@ -23,40 +23,60 @@ inline std::string readFile(const std::string &path) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
+inline std::string expectedFile(const std::string &name) {
+    return readFile(ORAVANE_SOURCE_DIR "/tests/vectorize/data/" + name);
+}
+
+const std::string kCamera = "OrthographicCamera { position 0 0 5 nearDistance 1 farDistance 9 height 2 "
+                            "viewportMapping LEAVE_ALONE aspectRatio 1 } ";
+const std::string kPlain = "LightModel { model BASE_COLOR } ";
+const std::string kTriangle = "Coordinate3 { point [ -1 -1 0, 1 -1 0, 0 1 0 ] } FaceSet { } ";
+
+/// `nodes` under a camera that looks at the square from (-1, -1) to (1, 1).
+inline std::string view(const std::string &nodes) {
+    return "Separator { " + kCamera + nodes + " }";
+}
+
+struct NotCopied {
+    NotCopied() = default;
+    NotCopied(const NotCopied &) = delete;
+    NotCopied &operator=(const NotCopied &) = delete;
+};
+
 /// A scene from its text in the toolkit's file format, without the header line.
-class Scene {
+class Scene : NotCopied {
 public:
     explicit Scene(const std::string &text) {
         const std::string file = "#Inventor V2.1 ascii\n" + text;
         SoInput in;
         in.setBuffer(file.data(), file.size());
         m_root = SoDB::readAll(&in);
-        if (m_root)
-            m_root->ref();
         EXPECT_TRUE(m_root) << text;
+        m_root->ref();
     }
-    Scene(const Scene &) = delete;
-    Scene &operator=(const Scene &) = delete;
-    ~Scene() {
-        if (m_root)
-            m_root->unref();
+    ~Scene() { m_root->unref(); }
+    operator SoSeparator *() const { return m_root; }
+
+    /// The descendant that `indices` lead to.
+    template <class Node, class... Indices>
+    Node *child(Indices... indices) const {
+        SoNode *node = m_root;
+        ((node = static_cast<SoGroup *>(node)->getChild(indices)), ...);
+        return static_cast<Node *>(node);
     }
-    operator SoNode *() const { return m_root; }
 
 private:
     SoSeparator *m_root = nullptr;
 };
 
 /// A file that is removed at the end.
-class TemporaryFile {
+class TemporaryFile : NotCopied {
 public:
     explicit TemporaryFile(const std::string &suffix = ".ps") {
         static int counter = 0;
-        m_path = ::testing::TempDir() + "oravane_" + std::to_string(getpid()) + "_" +
-                 std::to_string(counter++) + suffix;
+        const std::string number = std::to_string(getpid()) + "_" + std::to_string(counter++);
+        m_path = ::testing::TempDir() + "oravane_" + number + suffix;
     }
-    TemporaryFile(const TemporaryFile &) = delete;
-    TemporaryFile &operator=(const TemporaryFile &) = delete;
     ~TemporaryFile() { std::remove(m_path.c_str()); }
     const std::string &path() const { return m_path; }
     const char *name() const { return m_path.c_str(); }
@@ -89,10 +109,10 @@ inline int count(const std::string &text, const std::string &what) {
 }
 
 /// What Ghostscript has to complain about, empty for a good page.
-inline std::string complaints(const std::string &page) {
+inline std::string complaints(const std::string &page, const std::string &device = "nullpage") {
     const TemporaryFile file, log(".log");
     std::ofstream(file.path(), std::ios::binary) << page;
-    const std::string command = "timeout 60 gs -q -dSAFER -dBATCH -dNOPAUSE -sDEVICE=nullpage " +
+    const std::string command = "timeout 60 gs -q -dSAFER -dBATCH -dNOPAUSE -sDEVICE=" + device + " " +
                                 file.path() + " > " + log.path() + " 2>&1";
     const int status = std::system(command.c_str());
     const std::string said = readFile(log.path());

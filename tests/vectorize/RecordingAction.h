@@ -29,16 +29,11 @@ public:
     std::vector<Drawn> drawn;
     std::string frame; ///< H header, F footer, G background, B border, C clip
 
-    int count(const std::string &kind) const {
-        int n = 0;
-        for (const Drawn &d : drawn)
-            n += d.kind == kind;
-        return n;
-    }
+    /// What was drawn, with the numbers of points: "polygon3 line2 ".
     std::string kinds() const {
         std::string all;
         for (const Drawn &d : drawn)
-            all += d.kind + " ";
+            all += d.kind + std::to_string(d.points.size()) + " ";
         return all;
     }
     void forget() {
@@ -58,27 +53,24 @@ protected:
     void printBorder() override { frame += "B"; }
     void printBackground() override { frame += "G"; }
 
-    Drawn &add(const char *kind, const SbVec4f *points, int n, const SbColor *colors, int multicolor,
-               float size) {
+    using Points = const SbVec4f *;
+    using Colors = const SbColor *;
+
+    Drawn &add(const char *kind, Points points, int n, Colors colors, int multicolor, float size) {
         drawn.push_back({kind, {points, points + n}, {}, multicolor, size, 0, "", 0});
         if (colors)
             drawn.back().colors.assign(colors, colors + n);
         return drawn.back();
     }
-    void printPolygon(const SbVec4f *points, int n, const SbColor *colors) override {
-        add("polygon", points, n, colors, 0, 0);
+    void printPolygon(Points p, int n, Colors c) override { add("polygon", p, n, c, 0, 0); }
+    void printPolyLine(Points p, int n, Colors c, int multi, float width, unsigned short pattern) override {
+        add("line", p, n, c, multi, width).pattern = pattern;
     }
-    void printPolyLine(const SbVec4f *points, int n, const SbColor *colors, int multicolor, float width,
-                       unsigned short pattern) override {
-        add("line", points, n, colors, multicolor, width).pattern = pattern;
+    void printPolyMark(Points p, int n, Colors c, int multi, float size) override {
+        add("marks", p, n, c, multi, size);
     }
-    void printPolyMark(const SbVec4f *points, int n, const SbColor *colors, int multicolor,
-                       float size) override {
-        add("marks", points, n, colors, multicolor, size);
-    }
-    void printPolyMark(const SbVec4f *points, int n, const SbColor *colors, int multicolor,
-                       SoMarkerSet *) override {
-        add("markers", points, n, colors, multicolor, 0);
+    void printPolyMark(Points p, int n, Colors c, int multi, SoMarkerSet *) override {
+        add("markers", p, n, c, multi, 0);
     }
     void printText2(SbVec4f point, SbColor color, const char *, float size, const char *string,
                     int justification, float) override {
@@ -86,11 +78,10 @@ protected:
         d.text = string;
         d.justification = justification;
     }
-    void printImage(const SbVec4f &point, const unsigned char *, SbVec2s &size, SbVec2s &sourceSize,
+    void printImage(const SbVec4f &point, const unsigned char *, SbVec2s &size, SbVec2s &source,
                     int components, SoImage::HorAlignment, SoImage::VertAlignment) override {
-        Drawn &d = add("image", &point, 1, nullptr, 0, size[0]);
-        d.text = std::to_string(sourceSize[0]) + "x" + std::to_string(sourceSize[1]) + "x" +
-                 std::to_string(components);
+        add("image", &point, 1, nullptr, 0, size[0]).text =
+            std::to_string(source[0]) + "x" + std::to_string(source[1]) + "x" + std::to_string(components);
     }
 };
 

@@ -2,31 +2,16 @@
 
 #include <Inventor/errors/SoDebugError.h>
 
-#include <cstring>
-
 namespace {
 
 using namespace oravane_test;
 
-/// Counts the error reports while it lives.
-class ReportCounter {
-public:
-    ReportCounter() { SoDebugError::setHandlerCallback(count, this); }
-    ReportCounter(const ReportCounter &) = delete;
-    ReportCounter &operator=(const ReportCounter &) = delete;
-    ~ReportCounter() { SoDebugError::setHandlerCallback(SoError::getHandlerCallback(), nullptr); }
-    int reports = 0;
-
-private:
-    static void count(const SoError *, void *self) { ++static_cast<ReportCounter *>(self)->reports; }
-};
-
 TEST(SoVectorOutput, AFileThatCannotBeOpenedGivesTheStandardOutput) {
     SoPSVectorOutput output;
-    EXPECT_EQ(output.getFilePointer(), stdout);
-    EXPECT_EQ(output.openFile("/nowhere/at/all.ps"), 0);
-    EXPECT_EQ(output.openFile(nullptr), 0);
-    EXPECT_EQ(output.getFilePointer(), stdout);
+    for (const char *const name : {"/nowhere/at/all.ps", static_cast<const char *>(nullptr)}) {
+        EXPECT_EQ(output.openFile(name), 0);
+        EXPECT_EQ(output.getFilePointer(), stdout);
+    }
     output.closeFile();
     EXPECT_NE(fileno(stdout), -1) << "the standard output stays open";
 }
@@ -47,16 +32,18 @@ TEST(SoVectorOutput, StreamsOfTheCallerAreClosedWhenReplaced) {
 }
 
 TEST(SoVectorOutput, AFullDiskIsNoticedAndReportedOnce) {
-    ReportCounter counter;
+    int reports = 0;
+    SoDebugError::setHandlerCallback([](const SoError *, void *n) { ++*static_cast<int *>(n); }, &reports);
     SoVectorizePSAction action;
-    const Scene scene("Separator { OrthographicCamera { } Sphere { } }");
+    const Scene scene(view("Sphere { }"));
     ASSERT_TRUE(action.getOutput()->openFile("/dev/full"));
     action.apply(scene);
     EXPECT_TRUE(action.getOutput()->hasWriteError());
     action.apply(scene);
     action.getOutput()->closeFile();
     EXPECT_TRUE(action.getOutput()->hasWriteError());
-    EXPECT_EQ(counter.reports, 1);
+    SoDebugError::setHandlerCallback(SoError::getHandlerCallback(), nullptr);
+    EXPECT_EQ(reports, 1);
     const TemporaryFile file;
     ASSERT_TRUE(action.getOutput()->openFile(file.name()));
     EXPECT_FALSE(action.getOutput()->hasWriteError());

@@ -8,37 +8,37 @@
 #include <Inventor/nodes/SoCallback.h>
 #include <Inventor/nodes/SoCoordinate3.h>
 
+#include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace {
 
 using namespace oravane_test;
 using Action = SoVectorizeAction;
+using Drawn = RecordingAction::Drawn;
 
-const std::string kCamera = "OrthographicCamera { position 0 0 5 nearDistance 1 farDistance 9 height 2 "
-                            "viewportMapping LEAVE_ALONE aspectRatio 1 } ";
-const std::string kPlain = "LightModel { model BASE_COLOR } ";
-const std::string kCorners = "Coordinate3 { point [ -1 -1 0, 1 -1 0, 0 1 0 ] } ";
+const SbColor kBlack(0, 0, 0), kWhite(1, 1, 1), kRed(1, 0, 0), kGreen(0, 1, 0), kBlue(0, 0, 1);
 
-std::string view(const std::string &nodes) {
-    return "Separator { " + kCamera + nodes + " }";
-}
-
-RecordingAction &draw(RecordingAction &action, const std::string &nodes) {
+/// Draws `nodes`, expects drawings of those kinds, and gives the first of them.
+Drawn draw(RecordingAction &action, const std::string &nodes, const std::string &kinds) {
     const Scene scene(view(nodes));
     action.forget();
     action.apply(scene);
-    return action;
+    EXPECT_EQ(action.kinds(), kinds) << nodes;
+    Drawn first = action.drawn.empty() ? Drawn() : action.drawn[0];
+    first.points.resize(std::max<std::size_t>(first.points.size(), 3));
+    first.colors.resize(first.points.size());
+    return first;
 }
 
 TEST(SoVectorizeAction, FrameOfPages) {
     RecordingAction action;
-    const Scene scene(view(kCorners + "FaceSet { }"));
+    const Scene scene(view(kTriangle));
     action.apply(scene);
     EXPECT_EQ(action.frame, "HGCBF");
     action.forget();
     action.beginPage(SbVec2f(1, 2), SbVec2f(20, 30), Action::MILLIMETER);
+    EXPECT_FLOAT_EQ(action.getOffsetX(), 11) << "the page's origin and the start position";
     action.apply(scene);
     action.apply(scene);
     action.endPage();
@@ -47,28 +47,21 @@ TEST(SoVectorizeAction, FrameOfPages) {
     action.endPage();
     action.apply(static_cast<SoNode *>(nullptr));
     EXPECT_EQ(action.frame, "HGBF");
-    action.beginPage(SbVec2f(1, 2), SbVec2f(20, 30), Action::MILLIMETER);
-    EXPECT_FLOAT_EQ(action.getOffsetX(), 11) << "the page's origin and the start position";
 }
 
 TEST(SoVectorizeAction, PathsAndPathListsDrawTheirPart) {
-    const Scene scene(view(kPlain + kCorners + "FaceSet { } LineSet { } PointSet { }"));
-    auto *root = static_cast<SoSeparator *>(static_cast<SoNode *>(scene));
-    const auto pathTo = [&](int child) {
-        auto *path = new SoPath(root);
-        path->append(child);
-        return path;
-    };
+    const Scene scene(view(kPlain + kTriangle + "LineSet { } PointSet { }"));
     SoPathList paths;
-    paths.append(pathTo(3));
-    paths.append(pathTo(5));
+    for (const int child : {3, 5}) {
+        paths.append(new SoPath(scene));
+        paths[paths.getLength() - 1]->append(child);
+    }
     RecordingAction action;
     action.apply(paths);
-    EXPECT_EQ(action.kinds(), "polygon marks ");
+    EXPECT_EQ(action.kinds(), "polygon3 marks3 ");
     action.forget();
     action.apply(paths[1]);
-    EXPECT_EQ(action.kinds(), "marks ");
-    EXPECT_EQ(action.frame, "HGCBF");
+    EXPECT_EQ(action.kinds() + action.frame, "marks3 HGCBF");
 }
 
 TEST(SoVectorizeAction, SettingsKeepTheirMeaningInAllUnits) {
@@ -76,174 +69,149 @@ TEST(SoVectorizeAction, SettingsKeepTheirMeaningInAllUnits) {
     action.setStartPosition(1, 2, Action::INCH);
     EXPECT_EQ(action.getStartPosition(Action::MILLIMETER), SbVec2f(25.4f, 50.8f));
     action.setDrawingDimensions(SbVec2f(0.1f, 0.2f), Action::METER);
+    action.setDrawingDimensions(NAN, 1, Action::METER);
     EXPECT_EQ(action.getDrawingDimensions(Action::MILLIMETER), SbVec2f(100, 200));
-    action.setDrawingDimensions(std::numeric_limits<float>::quiet_NaN(), 1, Action::METER);
-    EXPECT_EQ(action.getDrawingDimensions(Action::METER), SbVec2f(0.1f, 0.2f));
-    EXPECT_FLOAT_EQ(action.getNominalWidth(Action::INCH), 1 / 72.0f);
     action.setNominalWidth(3, static_cast<Action::DimensionUnit>(9));
     EXPECT_EQ(action.getNominalWidth(Action::MILLIMETER), 0);
-    action.setMiterLimit(0.5f);
-    EXPECT_EQ(action.getMiterLimit(), 1);
-    action.setBorder(3, SbColor(1, 0, 0));
-    action.setBorder(std::numeric_limits<float>::infinity());
     float width = 0;
+    action.setBorder(3, kRed);
+    action.setBorder(HUGE_VALF);
     action.getBorder(&width, nullptr);
     EXPECT_EQ(width, 3);
-    action.setHLHSRMode(static_cast<Action::HLHSRMode>(7));
-    EXPECT_EQ(action.getHLHSRMode(), Action::HLHSR_NONE);
 }
 
 TEST(SoVectorizeAction, TranslatesColors) {
     RecordingAction action;
-    const SbColor black(0, 0, 0), white(1, 1, 1), red(1, 0, 0);
-    EXPECT_EQ(action.translateColor(black), white);
-    EXPECT_EQ(action.translateColor(white), black);
-    EXPECT_EQ(action.translateColor(red), red);
+    const auto expect = [&](const SbColor &ofBlack, const SbColor &ofWhite, const SbColor &ofRed) {
+        EXPECT_EQ(action.translateColor(kBlack), ofBlack);
+        EXPECT_EQ(action.translateColor(kWhite), ofWhite);
+        EXPECT_EQ(action.translateColor(kRed), ofRed);
+    };
+    expect(kWhite, kBlack, kRed);
     action.setColorTranslationMethod(Action::COMPLEMENT_COLORS);
-    EXPECT_EQ(action.translateColor(red), SbColor(0, 1, 1));
+    expect(kWhite, kBlack, SbColor(0, 1, 1));
     action.setColorTranslationMethod(Action::KEEP_COLORS);
-    EXPECT_EQ(action.translateColor(black), black);
+    expect(kBlack, kWhite, kRed);
 }
 
 TEST(SoVectorizeAction, DrawStylesOfTriangles) {
-    const std::string blue = kPlain + "BaseColor { rgb 0 0 1 } " + kCorners;
+    const std::string blue = kPlain + "BaseColor { rgb 0 0 1 } ";
     RecordingAction action;
     for (const auto mode : {Action::HLHSR_NONE, Action::HLHSR_Z_SORT, Action::HLHSR_LINE_REMOVAL}) {
         action.setHLHSRMode(mode);
-        draw(action, blue + "FaceSet { }");
-        ASSERT_EQ(action.kinds(), "polygon ");
-        EXPECT_EQ(action.drawn[0].points.size(), 3u);
-        EXPECT_EQ(action.drawn[0].points[2][0], 50);
-        EXPECT_EQ(action.drawn[0].points[2][1], 100);
-        EXPECT_EQ(action.drawn[0].colors[0], SbColor(0, 0, 1));
-        draw(action, blue + "DrawStyle { style LINES lineWidth 2 linePattern 0xF0F0 } FaceSet { }");
-        ASSERT_EQ(action.kinds(), "line ");
-        EXPECT_EQ(action.drawn[0].points.size(), 4u) << "closed";
-        EXPECT_EQ(action.drawn[0].size, 2);
-        EXPECT_EQ(action.drawn[0].pattern, 0xF0F0);
-        draw(action, blue + "DrawStyle { style POINTS pointSize 5 } FaceSet { }");
-        ASSERT_EQ(action.kinds(), "marks ");
-        EXPECT_EQ(action.drawn[0].size, 5);
-        EXPECT_EQ(draw(action, blue + "DrawStyle { style INVISIBLE } FaceSet { }").kinds(), "");
+        const Drawn filled = draw(action, blue + kTriangle, "polygon3 ");
+        EXPECT_EQ(SbVec2f(filled.points[2].getValue()), SbVec2f(50, 100));
+        EXPECT_EQ(filled.colors[0], kBlue);
+        const std::string lines = "DrawStyle { style LINES lineWidth 2 linePattern 0xF0F0 } ";
+        const Drawn outline = draw(action, blue + lines + kTriangle, "line4 "); // closed
+        EXPECT_EQ(outline.size, 2);
+        EXPECT_EQ(outline.pattern, 0xF0F0);
+        EXPECT_EQ(draw(action, blue + "DrawStyle { style POINTS pointSize 5 } " + kTriangle, "marks3 ").size,
+                  5);
+        draw(action, blue + "DrawStyle { style INVISIBLE } " + kTriangle, "");
     }
 }
 
+const std::string kPerVertex = kPlain + "MaterialBinding { value PER_VERTEX } ";
+
 TEST(SoVectorizeAction, TransparentVerticesDropAPrimitiveOnlyTogether) {
-    const auto triangle = [](const std::string &transparency) {
-        return kPlain +
-               "MaterialBinding { value PER_VERTEX } Material { diffuseColor [ 1 0 0, 0 1 0, 0 0 1 ] "
-               "transparency [ " +
-               transparency + " ] } " + kCorners;
-    };
+    const struct {
+        const char *transparency, *shape, *kinds;
+    } rows[] = {{"1, 0, 0", "FaceSet { }", "polygon3 "},
+                {"1, 1, 1", "FaceSet { }", ""},
+                {"0.99, 1, 1", "FaceSet { }", "polygon3 "},
+                {"1, 1, 0", "LineSet { }", "line2 "},
+                {"1, 1, 0", "PointSet { }", "marks1 "}};
     RecordingAction action;
-    EXPECT_EQ(draw(action, triangle("1, 0, 0") + "FaceSet { }").kinds(), "polygon ");
-    EXPECT_EQ(draw(action, triangle("1, 1, 1") + "FaceSet { }").kinds(), "");
-    EXPECT_EQ(draw(action, triangle("0.99, 1, 1") + "FaceSet { }").kinds(), "polygon ");
-    EXPECT_EQ(draw(action, triangle("1, 1, 0") + "LineSet { }").drawn.at(0).points.size(), 2u);
-    EXPECT_EQ(draw(action, triangle("1, 1, 0") + "PointSet { }").drawn.at(0).points.size(), 1u);
+    for (const auto &row : rows)
+        draw(action,
+             kPerVertex + "Material { diffuseColor [ 1 0 0, 0 1 0, 0 0 1 ] transparency [ " +
+                 row.transparency + " ] } Coordinate3 { point [ -1 -1 0, 1 -1 0, 0 1 0 ] } " + row.shape,
+             row.kinds);
 }
 
 TEST(SoVectorizeAction, LinesJoinIntoRuns) {
     RecordingAction action;
     const std::string points =
         kPlain + "Coordinate3 { point [ 0 0 0, .5 0 0, .5 .5 0, 0 .5 0, -1 0 0, 3 0 0 ] } ";
-    draw(action, points + "IndexedLineSet { coordIndex [ 0, 1, 2, -1, 3, 4, -1 ] }");
-    ASSERT_EQ(action.kinds(), "line line ");
-    EXPECT_EQ(action.drawn[0].points.size(), 3u);
-    EXPECT_EQ(action.drawn[1].points.size(), 2u);
-    draw(action, points + "IndexedLineSet { coordIndex [ 4, 5, 2, -1 ] }");
-    ASSERT_EQ(action.kinds(), "line line ") << "cut where it leaves the view";
-    EXPECT_EQ(action.drawn[0].points[1][0], 100);
+    draw(action, points + "IndexedLineSet { coordIndex [ 0, 1, 2, -1, 3, 4, -1 ] }", "line3 line2 ");
+    const Drawn cut = draw(action, points + "IndexedLineSet { coordIndex [ 4, 5, 2, -1 ] }", "line2 line2 ");
+    EXPECT_EQ(cut.points[1][0], 100) << "where it leaves the view";
     // One node after the other, with nothing between: the runs do not mix.
+    const Drawn first = draw(action,
+                             points + "Separator { Translation { translation 0 .1 0 } IndexedLineSet { "
+                                      "coordIndex [ 0, 1 ] } } IndexedLineSet { coordIndex [ 1, 2 ] }",
+                             "line2 line2 ");
+    EXPECT_FLOAT_EQ(first.points[0][1], 55);
+    EXPECT_FLOAT_EQ(action.drawn.at(1).points[0][1], 50);
+}
+
+TEST(SoVectorizeAction, ColorsOfPointsAndFaces) {
+    RecordingAction action;
+    const Drawn markers = draw(action,
+                               kPerVertex + "BaseColor { rgb [ 1 0 0, 0 1 0, 0 0 1 ] } "
+                                            "Coordinate3 { point [ 5 0 0, 0 0 0, .5 0 0 ] } MarkerSet { }",
+                               "markers2 ");
+    EXPECT_EQ(markers.multicolor, 1);
+    EXPECT_EQ(markers.points[0][0], 50);
+    EXPECT_EQ(markers.colors[0], kRed) << "lost points leave their colours to others";
+
     draw(action,
-         points + "Separator { Translation { translation 0 .1 0 } IndexedLineSet { coordIndex [ 0, 1 ] } } "
-                  "IndexedLineSet { coordIndex [ 1, 2 ] }");
-    ASSERT_EQ(action.kinds(), "line line ");
-    EXPECT_FLOAT_EQ(action.drawn[0].points[0][1], 55);
-    EXPECT_FLOAT_EQ(action.drawn[1].points[0][1], 50);
-}
-
-TEST(SoVectorizeAction, LostPointsLeaveTheirColorsToOthers) {
-    RecordingAction action;
-    draw(action, kPlain + "MaterialBinding { value PER_VERTEX } BaseColor { rgb [ 1 0 0, 0 1 0, 0 0 1 ] } "
-                          "Coordinate3 { point [ 5 0 0, 0 0 0, .5 0 0 ] } MarkerSet { }");
-    ASSERT_EQ(action.kinds(), "markers ");
-    ASSERT_EQ(action.drawn[0].points.size(), 2u);
-    EXPECT_EQ(action.drawn[0].multicolor, 1);
-    EXPECT_EQ(action.drawn[0].points[0][0], 50);
-    EXPECT_EQ(action.drawn[0].colors[0], SbColor(1, 0, 0));
-}
-
-TEST(SoVectorizeAction, QuadMeshTakesTheMaterialOfEachFace) {
-    RecordingAction action;
-    draw(action, kPlain +
-                     "MaterialBinding { value PER_FACE } "
-                     "BaseColor { rgb [ .1 0 0, .2 0 0, .3 0 0, .4 0 0 ] } "
-                     "Coordinate3 { point [ -1 -1 0, 0 -1 0, 1 -1 0, -1 0 0, 0 0 0, 1 0 0, -1 1 0, 0 1 0, "
-                     "1 1 0 ] } QuadMesh { verticesPerRow 3 verticesPerColumn 3 }");
-    ASSERT_EQ(action.count("polygon"), 8);
-    for (int i = 0; i < 8; ++i)
+         kPlain +
+             "MaterialBinding { value PER_FACE } BaseColor { rgb [ .1 0 0, .2 0 0, .3 0 0, .4 0 0 ] } "
+             "Coordinate3 { point [ -1 -1 0, 0 -1 0, 1 -1 0, -1 0 0, 0 0 0, 1 0 0, -1 1 0, 0 1 0, 1 1 0 ] "
+             "} QuadMesh { verticesPerRow 3 verticesPerColumn 3 }",
+         "polygon3 polygon3 polygon3 polygon3 polygon3 polygon3 polygon3 polygon3 ");
+    for (std::size_t i = 0; i < action.drawn.size(); ++i)
         EXPECT_FLOAT_EQ(action.drawn[i].colors[0][0], 0.1f * static_cast<float>(i / 2 + 1)) << i;
-}
 
-TEST(SoVectorizeAction, TooFewMaterialsAreNotReadBeyondTheirEnd) {
-    RecordingAction action;
-    draw(action, kPlain + "MaterialBinding { value PER_VERTEX } BaseColor { rgb [ .5 0 0 ] } " + kCorners +
-                     "FaceSet { }");
-    ASSERT_EQ(action.kinds(), "polygon ");
-    for (const SbColor &color : action.drawn[0].colors)
-        EXPECT_EQ(color, SbColor(0.5f, 0, 0));
+    const Drawn tooFew = draw(action, kPerVertex + "BaseColor { rgb [ .5 0 0 ] } " + kTriangle, "polygon3 ");
+    EXPECT_EQ(tooFew.colors, std::vector<SbColor>(3, SbColor(0.5f, 0, 0))) << "not read beyond their end";
 }
 
 TEST(SoVectorizeAction, TextsAndImages) {
     RecordingAction action;
+    const std::string aside = "Translation { translation 1.01 0 0 } ";
     const std::string text =
         "Font { size 10 } Text2 { string [ \"a\", \"b\" ] justification CENTER spacing 2 } ";
-    draw(action, text);
-    ASSERT_EQ(action.kinds(), "text text ");
-    EXPECT_EQ(action.drawn[1].text, "b");
-    EXPECT_EQ(action.drawn[0].justification, 3);
+    EXPECT_EQ(draw(action, text, "text1 text1 ").justification, 3);
+    EXPECT_EQ(action.drawn.at(1).text, "b");
     EXPECT_NEAR(action.drawn[0].points[0][1] - action.drawn[1].points[0][1], 20 * 0.3527778, 1e-4);
-    EXPECT_EQ(draw(action, "Translation { translation 1.01 0 0 } " + text).kinds(), "");
+    draw(action, aside + text, "");
 
+    // Of an image only the depth of its origin counts, and it has no triangles.
     const std::string image = "Image { width 8 image 2 1 3 0xff0000 0x00ff00 } ";
-    draw(action, "Translation { translation 1.01 0 0 } " + image);
-    ASSERT_EQ(action.kinds(), "image ") << "only the depth of its origin counts, and it has no triangles";
-    EXPECT_EQ(action.drawn[0].text, "2x1x3");
-    EXPECT_EQ(action.drawn[0].size, 8);
-    EXPECT_EQ(draw(action, "Translation { translation 0 0 5 } " + image).kinds(), "");
-    action.setHLHSRMode(Action::HLHSR_Z_SORT);
-    EXPECT_EQ(draw(action, text + kCorners + "FaceSet { } " + image).kinds(), "text text polygon image ")
-        << "equal depths in the order of the scene";
+    const Drawn drawn = draw(action, aside + image, "image1 ");
+    EXPECT_EQ(drawn.text, "2x1x3");
+    EXPECT_EQ(drawn.size, 8);
+    draw(action, "Translation { translation 0 0 5 } " + image, "");
+    action.setHLHSRMode(Action::HLHSR_Z_SORT); // equal depths in the order of the scene
+    draw(action, text + kTriangle + image, "text1 text1 polygon3 image1 ");
 }
 
+const std::string kBlueMaterial = "Material { ambientColor 0 0 0 diffuseColor 0 .5 1 } ";
+
 TEST(SoVectorizeAction, LitTrianglesAreFlat) {
-    const std::string lit =
-        "DirectionalLight { direction 0 0 -1 } "
-        "Material { ambientColor 0 0 0 diffuseColor 0 .5 1 } Normal { vector [ 0 0 1, 0 0.6 0.8, "
-        "0 0 -1 ] } NormalBinding { value PER_VERTEX } " +
-        kCorners + "FaceSet { }";
+    const std::string lit = "DirectionalLight { direction 0 0 -1 } " + kBlueMaterial +
+                            "Normal { vector [ 0 0 1, 0 0.6 0.8, 0 0 -1 ] } "
+                            "NormalBinding { value PER_VERTEX } " +
+                            kTriangle;
     RecordingAction action;
     action.enableLighting(1);
+    const auto color = [&](const std::string &nodes) { return draw(action, nodes, "polygon3 ").colors[0]; };
     action.setColorTranslationMethod(Action::KEEP_COLORS);
-    draw(action, lit);
-    ASSERT_EQ(action.kinds(), "polygon ");
-    for (const SbColor &color : action.drawn[0].colors) {
-        EXPECT_EQ(color[0], 0);
-        EXPECT_NEAR(color[1], 0.5f * 1.8f / 3, 1e-5);
-        EXPECT_NEAR(color[2], 1.8f / 3, 1e-5);
-    }
-    draw(action, "ShapeHints { vertexOrdering COUNTERCLOCKWISE } " + lit);
-    EXPECT_NEAR(action.drawn[0].colors[0][2], 2.8f / 3, 1e-5) << "both sides";
-    draw(action, kPlain + lit);
-    EXPECT_EQ(action.drawn[0].colors[0], SbColor(0, 0.5f, 1));
+    for (const SbColor &flat : draw(action, lit, "polygon3 ").colors)
+        EXPECT_TRUE(flat.equals(SbColor(0, 0.5f * 1.8f / 3, 1.8f / 3), 1e-10f));
+    EXPECT_NEAR(color("ShapeHints { vertexOrdering COUNTERCLOCKWISE } " + lit)[2], 2.8f / 3, 1e-5)
+        << "both sides";
+    EXPECT_EQ(color(kPlain + lit), SbColor(0, 0.5f, 1));
     action.setColorTranslationMethod(Action::SWAP_BLACK_WHITE);
-    draw(action, lit);
-    EXPECT_NEAR(action.drawn[0].colors[0][0], 1 / 3.0f, 1e-5) << "a black corner is white on the page";
-    draw(action, "DirectionalLight { on FALSE } Material { ambientColor 0 0 0 emissiveColor 1 1 1 } " +
-                     kCorners + "FaceSet { }");
-    EXPECT_NEAR(action.drawn[0].colors[0][2], 0.9999f, 1e-6) << "bright, and so not turned black";
-    EXPECT_EQ(action.drawn[0].colors[0][0], 1);
+    EXPECT_NEAR(color(lit)[0], 1 / 3.0f, 1e-5) << "a black corner is white on the page";
+    const SbColor bright = color("DirectionalLight { on FALSE } "
+                                 "Material { ambientColor 0 0 0 emissiveColor 1 1 1 } " +
+                                 kTriangle);
+    EXPECT_NEAR(bright[2], 0.9999f, 1e-6) << "and so not turned black";
+    EXPECT_EQ(bright[0], 1);
 }
 
 TEST(SoVectorizeAction, LightsFadeAsTheToolkitCounts) {
@@ -254,33 +222,29 @@ TEST(SoVectorizeAction, LightsFadeAsTheToolkitCounts) {
         RecordingAction action;
         action.enableLighting(1);
         action.setColorTranslationMethod(Action::KEEP_COLORS);
-        draw(action,
-             std::string(fading) +
-                 "PointLight { location 0 0 100 } Material { ambientColor 0 0 0 diffuseColor 0 .5 1 } "
-                 "Normal { vector 0 0 1 } NormalBinding { value OVERALL } " +
-                 kCorners + "FaceSet { }");
-        ASSERT_EQ(action.kinds(), "polygon ");
-        EXPECT_NEAR(action.drawn[0].colors[0][2], brightness, 1e-3) << fading;
+        const Drawn drawn = draw(action,
+                                 fading + ("PointLight { location 0 0 100 } " + kBlueMaterial) +
+                                     "Normal { vector 0 0 1 } NormalBinding { value OVERALL } " + kTriangle,
+                                 "polygon3 ");
+        EXPECT_NEAR(drawn.colors[0][2], brightness, 1e-3) << fading;
     }
 }
 
 TEST(SoVectorizeAction, LightsFollowTheViewAndTheModel) {
     // The whole scene is turned by half a turn about x together with the camera's place: light, normals and
     // points must be seen in one and the same frame.
-    const std::string turned =
-        "Separator { OrthographicCamera { position 0 0 -5 orientation 0 1 0 3.14159265 "
-        "nearDistance 1 farDistance 9 } DirectionalLight { direction 0 0 1 } "
-        "Material { ambientColor 0 0 0 diffuseColor 0 .5 1 } "
-        "Scale { scaleFactor 1 1 10 } Normal { vector 0 0.6 -0.08 } "
-        "NormalBinding { value OVERALL } " +
-        kCorners + "FaceSet { } }";
+    const Scene scene("Separator { OrthographicCamera { position 0 0 -5 orientation 0 1 0 3.14159265 "
+                      "nearDistance 1 farDistance 9 } DirectionalLight { direction 0 0 1 } " +
+                      kBlueMaterial +
+                      "Scale { scaleFactor 1 1 10 } Normal { vector 0 0.6 -0.08 } "
+                      "NormalBinding { value OVERALL } " +
+                      kTriangle + "}");
     RecordingAction action;
     action.enableLighting(1);
-    const Scene scene(turned);
     action.apply(scene);
-    ASSERT_EQ(action.kinds(), "polygon ");
-    const double length = std::hypot(0.6, 0.008);
-    EXPECT_NEAR(action.drawn[0].colors[0][2], 0.008 / length, 1e-5) << "normals go by the inverse scaling";
+    ASSERT_EQ(action.drawn.size(), 1u);
+    EXPECT_NEAR(action.drawn[0].colors[0][2], 0.008 / std::hypot(0.6, 0.008), 1e-5)
+        << "normals go by the inverse scaling";
 }
 
 /// A callback node's function: the view is the left or the right half of the window.
@@ -291,26 +255,18 @@ void enterHalf(void *data, SoAction *action) {
 }
 
 TEST(SoVectorizeAction, EachViewIsClippedAndSortedByItself) {
-    const Scene scene("Separator { Separator { Callback { } " + kCamera + "DEF part Separator { " + kPlain +
-                      "Separator { Translation { translation 0 0 1 } " + kCorners +
-                      "FaceSet { } } Separator { "
-                      "Translation { translation 0 0 -1 } " +
-                      kCorners +
-                      "FaceSet { } } } } "
-                      "Separator { Callback { } " +
-                      kCamera +
-                      "Translation { translation 0.5 0 -2 } "
-                      "USE part } }");
-    for (int k = 0; k < 2; ++k) {
-        auto *half =
-            static_cast<SoSeparator *>(static_cast<SoSeparator *>(static_cast<SoNode *>(scene))->getChild(k));
-        static_cast<SoCallback *>(half->getChild(0))->setCallback(enterHalf, k ? half : nullptr);
-    }
     RecordingAction action;
+    const std::string half = "Separator { Callback { } " + kCamera;
+    const Scene scene("Separator { " + half + "DEF part Separator { " + kPlain +
+                      "Separator { Translation { translation 0 0 1 } " + kTriangle +
+                      "} Separator { Translation { translation 0 0 -1 } " + kTriangle + "} } } " + half +
+                      "Translation { translation 0.5 0 -2 } USE part } }");
+    for (int k = 0; k < 2; ++k)
+        scene.child<SoCallback>(k, 0)->setCallback(enterHalf, k ? &action : nullptr);
     action.setHLHSRMode(Action::HLHSR_Z_SORT);
     action.apply(scene);
     EXPECT_EQ(action.frame, "HGCCBF");
-    ASSERT_EQ(action.kinds(), "polygon polygon polygon polygon ");
+    ASSERT_EQ(action.kinds(), "polygon3 polygon3 polygon4 polygon4 ");
     const auto z = [&](int i) { return action.drawn[i].points[0][2]; };
     EXPECT_GT(z(0), z(1)) << "far first";
     EXPECT_GT(z(2), z(3));
@@ -326,56 +282,51 @@ TEST(SoVectorizeAction, CoordinatesThatAreNotFiniteAreLeftOut) {
     const Scene scene(view(kPlain +
                            "Coordinate3 { point [ 0 0 0, 1 0 0, 0 1 0, 0 0 0, 1 0 0, 0 1 0 ] } "
                            "FaceSet { numVertices [ 3, 3 ] } LineSet { numVertices 6 } PointSet { }"));
-    auto *coordinates =
-        static_cast<SoCoordinate3 *>(static_cast<SoSeparator *>(static_cast<SoNode *>(scene))->getChild(2));
-    coordinates->point.set1Value(1, SbVec3f(std::numeric_limits<float>::quiet_NaN(), 0, 0));
-    coordinates->point.set1Value(4, SbVec3f(0, std::numeric_limits<float>::infinity(), 0));
+    auto *coordinates = scene.child<SoCoordinate3>(2);
+    coordinates->point.set1Value(1, SbVec3f(NAN, 0, 0));
+    coordinates->point.set1Value(4, SbVec3f(0, HUGE_VALF, 0));
     for (const auto mode : {Action::HLHSR_NONE, Action::HLHSR_FULL_SORT}) {
         action.setHLHSRMode(mode);
         action.forget();
         action.apply(scene);
-        EXPECT_EQ(action.count("polygon"), 0);
-        EXPECT_EQ(action.count("line"), 1) << "from the third point to the fourth";
-        ASSERT_EQ(action.count("marks"), 1);
-        EXPECT_EQ(action.drawn.back().points.size(), 4u);
+        EXPECT_EQ(action.kinds(), "line2 marks4 ") << "a line from the third point to the fourth";
     }
 }
 
 TEST(SoVectorizeAction, Pens) {
     RecordingAction action;
-    const auto pen = [&](const SbColor &color, float width) {
+    const auto expectPen = [&](const SbColor &color, float width, int pen, float itsWidth) {
         int index = -1;
         float penWidth = -1;
         action.penAssignment(color, width, &index, &penWidth);
         action.penAssignment(color, width, nullptr, nullptr);
-        return std::pair(index, penWidth);
+        EXPECT_EQ(std::pair(index, penWidth), std::pair(pen, itsWidth)) << width;
     };
-    EXPECT_EQ(pen(SbColor(1, 0, 0), 2), std::pair(0, 2.0f)) << "unrestricted";
+    expectPen(kRed, 2, 0, 2); // unrestricted
     action.setPenDescription(3, nullptr, nullptr, Action::MILLIMETER);
     ASSERT_EQ(action.getPenNum(), 4);
     SbColor colors[4];
     float widths[4];
     action.getPenDescription(colors, widths, Action::MILLIMETER);
     action.getPenDescription(nullptr, nullptr, Action::MILLIMETER);
-    EXPECT_EQ(colors[0], SbColor(1, 1, 1));
-    EXPECT_EQ(colors[3], SbColor(0, 1, 0));
+    EXPECT_EQ(colors[0], kWhite);
+    EXPECT_EQ(colors[3], kGreen);
     EXPECT_FLOAT_EQ(widths[3], 0.3527778f);
-    EXPECT_EQ(pen(SbColor(0.8f, 0.1f, 0.1f), 1).first, 2);
+    expectPen(SbColor(0.8f, 0.1f, 0.1f), 1, 2, widths[2]);
 
-    const SbColor red(1, 0, 0), green(0, 1, 0);
-    const SbColor four[] = {red, red, green, red};
+    const SbColor four[] = {kRed, kRed, kGreen, kRed};
     const float inMillimeters[] = {0.5f, 1, 1, 0.2f};
     action.setPenDescription(4, four, inMillimeters, Action::MILLIMETER);
-    EXPECT_EQ(pen(red, 0.7f), std::pair(0, 0.5f)) << "the widest red one that is not wider";
-    EXPECT_EQ(pen(red, 0.1f), std::pair(3, 0.2f)) << "the narrowest red one";
-    EXPECT_EQ(pen(green, 0.1f), std::pair(2, 1.0f));
+    expectPen(kRed, 0.7f, 0, 0.5f);   // the widest red one that is not wider
+    expectPen(kRed, 0.1f, 3, 0.2f);   // the narrowest red one
+    expectPen(kGreen, 0.1f, 2, 1.0f); // the only green one
     action.setColorPriority(0);
-    EXPECT_EQ(pen(green, 5), std::pair(2, 1.0f)) << "of the widest the nearest colour";
-    EXPECT_EQ(pen(green, 0.6f), std::pair(0, 0.5f));
-    EXPECT_EQ(pen(green, 0.1f), std::pair(3, 0.2f));
+    expectPen(kGreen, 5, 2, 1.0f); // of the widest the nearest colour
+    expectPen(kGreen, 0.6f, 0, 0.5f);
+    expectPen(kGreen, 0.1f, 3, 0.2f);
     action.setPenDescription(-1, four, nullptr, Action::MILLIMETER);
     EXPECT_EQ(action.getPenNum(), 4);
-    action.setPenDescription(1000, std::vector<SbColor>(1000, red).data(), nullptr, Action::MILLIMETER);
+    action.setPenDescription(1000, std::vector<SbColor>(1000, kRed).data(), nullptr, Action::MILLIMETER);
     EXPECT_EQ(action.getPenNum(), 256);
     action.setPenDescription(0, nullptr, nullptr, Action::MILLIMETER);
     EXPECT_EQ(action.getPenNum(), 0);
@@ -383,7 +334,6 @@ TEST(SoVectorizeAction, Pens) {
 
 /// The debugging back end under a driver that draws nothing of its own.
 class PrintingAction : public SoVectorizeAction {
-protected:
     void writeHeader() override {}
     void writeFooter() override {}
     void setHardwareClip() override {}
@@ -394,24 +344,14 @@ protected:
 TEST(SoVectorizeAction, PrintsForDebugging) {
     PrintingAction action;
     action.setDrawingDimensions(100, 100, Action::MILLIMETER);
-    const Scene scene(view(kPlain + "BaseColor { rgb 1 .5 0 } " + kCorners +
-                           "FaceSet { } DrawStyle { lineWidth 2 pointSize 3 linePattern 0xff } LineSet { } "
+    const Scene scene(view(kPlain + "BaseColor { rgb 1 .5 0 } " + kTriangle +
+                           "DrawStyle { lineWidth 2 pointSize 3 linePattern 0xff } LineSet { } "
                            "MaterialBinding { value PER_VERTEX } BaseColor { rgb [ 1 0 0, 0 1 0, 0 0 1 ] } "
                            "PointSet { } Font { name \"Times\" size 12 } Text2 { string \"hi\" }"));
     ::testing::internal::CaptureStdout();
     action.apply(scene);
     std::fflush(stdout);
-    EXPECT_EQ(::testing::internal::GetCapturedStdout(),
-              "Unicolor Polygon drawing  (color = FF8000)\n"
-              "      (0.00 - 0.00)\n      (100.00 - 0.00)\n      (50.00 - 100.00)\n"
-              "Unicolor Line drawing  (thickness : 2.000000 , pattern : 00FF , color = FF8000)\n"
-              "      (0.00 - 0.00)\n      (100.00 - 0.00)\n      (50.00 - 100.00)\n"
-              "Multicolor Point drawing (size : 3.000000)\n"
-              "      (0.00 - 0.00)  color = FF0000\n      (100.00 - 0.00)  color = 00FF00\n"
-              "      (50.00 - 100.00)  color = 0000FF\n"
-              "Text 2D color : FF0000\n"
-              "font_name=Times font_size=12.000000 string=hi justif=1 angle=0.000000\n"
-              "      (50.00 - 50.00)\n");
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), expectedFile("debugging.txt"));
 }
 
 } // namespace
