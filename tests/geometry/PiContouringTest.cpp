@@ -170,6 +170,10 @@ TEST(PiContouringFilled, CrossingsOfAnyMeshKeepTheThirdCoordinateOfNodesWhenAske
     EXPECT_EQ(filling.field()[3], SbVec3f(1, 0, 3)) << "not the values given for z: they only ask for it";
     filling.fill(values);
     EXPECT_EQ(filling.field()[3], SbVec3f(1, 0, 0));
+    filling.initGeometry();
+    filling.setPoints(3, x, y, z);
+    filling.fill(values);
+    EXPECT_EQ(filling.numPolygons(), 0) << "the cells of before are forgotten";
 }
 
 TEST(PiContouringFilled, ColoursFollowTheListAsItWasGiven) {
@@ -208,7 +212,8 @@ TEST(PiContouringFilled, LeavesOutWhatHasNoColour) {
 
 TEST(PiContouringFilled, NoWallStandsWhereAThresholdDeletes) {
     const PbRegularCartesianGrid2D mesh(2, 2, 0, 0, 1, 1, 1);
-    Filling filling(mesh);
+    const float z[] = {5, 6, 7, 8};
+    Filling filling(mesh, z);
     filling.levels.setRegularIsoList(1, 5.0f, 1.0f);
     filling.mapping.setMinThreshold(0.0f, SbColor(1, 0, 0), 1.0f);
     filling.mapping.enableThresholds(1, 0);
@@ -218,7 +223,7 @@ TEST(PiContouringFilled, NoWallStandsWhereAThresholdDeletes) {
     filling.mapping.enableTransparency(1);
     filling.fill(values);
     EXPECT_EQ(filling.polygons(), (std::vector<std::vector<int>>{{2, 3, 1}}));
-    EXPECT_EQ(filling.points(), (std::vector<Ppoint3>{{0, 0, 0}, {0, 1, 0}, {1, 0, 0}, {1, 1, 0}}));
+    EXPECT_EQ(filling.points(), (std::vector<Ppoint3>{{0, 0, 5}, {0, 1, 6}, {1, 0, 7}, {1, 1, 8}}));
     EXPECT_EQ(filling.material->transparency.getNum(), 1);
     filling.fill({-1, 1, 1, 0});
     EXPECT_EQ(filling.numPolygons(), 0) << "a value on the threshold is beyond it";
