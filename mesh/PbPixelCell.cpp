@@ -22,8 +22,6 @@ int PbPixelCell::set(float xmin, float ymin, float xmax, float ymax, int ny, int
     m_ymax = ymax;
     m_dx = xmax - xmin;
     m_dy = ymax - ymin;
-    m_i = i;
-    m_j = j;
     m_index = j + i * (ny - 1);
     const int node = i * ny + j;
     setNode(0, node, SbVec3f(xmin, ymin, 0));

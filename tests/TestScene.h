@@ -47,19 +47,27 @@ inline SbBox3f boundingBox(SoNode *node) {
     return action.getBoundingBox();
 }
 
-/// The scene as the text of a file, or its bytes in the binary form.
-inline std::string written(SoNode *node, bool isBinary = false) {
+/// What `write` puts into a file in memory: its text, or its bytes in the binary form.
+template <class Write>
+std::string writtenBy(bool isBinary, Write write) {
     SoOutput out;
     void *buffer = std::malloc(1000);
     out.setBuffer(buffer, 1000, [](void *block, std::size_t size) { return std::realloc(block, size); });
     out.setBinary(isBinary);
-    SoWriteAction action(&out);
-    action.apply(node);
+    write(&out);
     std::size_t size = 0;
     out.getBuffer(buffer, size);
-    const std::string text(static_cast<const char *>(buffer), size);
+    std::string text(static_cast<const char *>(buffer), size);
     std::free(buffer);
     return text;
+}
+
+/// The scene as a file.
+inline std::string written(SoNode *node, bool isBinary = false) {
+    return writtenBy(isBinary, [node](SoOutput *out) {
+        SoWriteAction action(out);
+        action.apply(node);
+    });
 }
 
 /// The scene of a file's text or bytes; null when it cannot be read.

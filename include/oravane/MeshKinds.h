@@ -9,4 +9,15 @@
     ROW(PbRegularCartesianGrid2D, regularCartGrid)                                                           \
     ROW(PbPolarGrid2D, polarGrid)
 
+/// What every kind declares for it: one override for each representation, which calls that representation
+/// back. `mesh/MeshDispatch.cpp` defines them for all kinds. A new representation is one more line here and
+/// there.
+#define ORAVANE_MESH2D_DISPATCH                                                                              \
+    void meshLines(PoMeshLines *lines) const override;                                                       \
+    void meshFilled(PoMeshFilled *filled) const override;                                                    \
+    void meshSides(PoMeshSides *sides) const override;                                                       \
+    void meshContouring(PiContouring *contouring, const float *z) const override;                            \
+    void getLimits(PoMesh2D *mesh, Ppoint_list_list3 &limits) const override;                                \
+    void mesh2DVec(PoMesh2DVec *vectors) const override;
+
 #endif

@@ -1,6 +1,7 @@
 #ifndef ORAVANE_PBCARTESIANGRID2D_H
 #define ORAVANE_PBCARTESIANGRID2D_H
 
+#include <oravane/MeshKinds.h>
 #include <oravane/PbGrid2D.h>
 #include <oravane/PbQuadrangleCell.h>
 
@@ -23,12 +24,7 @@ public:
     /// Reports the removal of the old sets, and in the end `CHANGE_GENERAL`.
     virtual PbCartesianGrid2D &operator=(const PbCartesianGrid2D &source);
 
-    void meshLines(PoMeshLines *lines) const override;
-    void meshFilled(PoMeshFilled *filled) const override;
-    void meshSides(PoMeshSides *sides) const override;
-    void meshContouring(PiContouring *contouring, const float *z) const override;
-    void getLimits(PoMesh2D *mesh, Ppoint_list_list3 &limits) const override;
-    void mesh2DVec(PoMesh2DVec *vectors) const override;
+    ORAVANE_MESH2D_DISPATCH
 
 protected:
     /// Copies the level of `PbGrid2D` only, for a child with its own arrays.

@@ -1,6 +1,7 @@
 #ifndef ORAVANE_PBPARALCARTESIANGRID2D_H
 #define ORAVANE_PBPARALCARTESIANGRID2D_H
 
+#include <oravane/MeshKinds.h>
 #include <oravane/PbCartesianGrid2D.h>
 #include <oravane/PbPixelCell.h>
 
@@ -31,12 +32,7 @@ public:
     const PbCell *findContainingCell(const SbVec3f &point, float tolerance, SbVec3f &pcoord,
                                      const PbCell *adjacentCell) override;
 
-    void meshLines(PoMeshLines *lines) const override;
-    void meshFilled(PoMeshFilled *filled) const override;
-    void meshSides(PoMeshSides *sides) const override;
-    void meshContouring(PiContouring *contouring, const float *z) const override;
-    void getLimits(PoMesh2D *mesh, Ppoint_list_list3 &limits) const override;
-    void mesh2DVec(PoMesh2DVec *vectors) const override;
+    ORAVANE_MESH2D_DISPATCH
 
 protected:
     void setXYGeometry(int numX, int numY, const float *x, const float *y) override;

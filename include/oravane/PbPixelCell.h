@@ -34,8 +34,6 @@ private:
     float m_ymax = 1;
     float m_dx = 1;
     float m_dy = 1;
-    int m_i = 0;
-    int m_j = 0;
 };
 
 #endif

@@ -1,6 +1,7 @@
 #ifndef ORAVANE_PBPOLARGRID2D_H
 #define ORAVANE_PBPOLARGRID2D_H
 
+#include <oravane/MeshKinds.h>
 #include <oravane/PbGrid2D.h>
 
 /// Structured grid of numX radii by numY angles in radians: node (i, j) is at radius[i] * cos(angle[j]),
@@ -25,12 +26,7 @@ public:
 
     void getNodesCoord(const float *z, SoMFVec3f &coords) const override;
 
-    void meshLines(PoMeshLines *lines) const override;
-    void meshFilled(PoMeshFilled *filled) const override;
-    void meshSides(PoMeshSides *sides) const override;
-    void meshContouring(PiContouring *contouring, const float *z) const override;
-    void getLimits(PoMesh2D *mesh, Ppoint_list_list3 &limits) const override;
-    void mesh2DVec(PoMesh2DVec *vectors) const override;
+    ORAVANE_MESH2D_DISPATCH
 
 protected:
     void setXYGeometry(int numX, int numY, const float *x, const float *y) override;

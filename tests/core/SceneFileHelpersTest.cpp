@@ -2,6 +2,8 @@
 #include <oravane/PoRectangle.h>
 #include <oravane/SceneFileHelpers.h>
 
+#include "TestScene.h"
+
 #include <Inventor/SbVec3f.h>
 #include <Inventor/SoInput.h>
 #include <Inventor/SoOutput.h>
@@ -10,7 +12,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <functional>
 #include <numeric>
 #include <string>
@@ -20,15 +21,7 @@ namespace {
 
 /// What `write` writes, without the header of the file.
 std::string written(bool isBinary, const std::function<void(SoOutput *)> &write) {
-    SoOutput out;
-    void *buffer = std::malloc(100);
-    out.setBuffer(buffer, 100, [](void *block, std::size_t size) { return std::realloc(block, size); });
-    out.setBinary(isBinary);
-    write(&out);
-    std::size_t size = 0;
-    out.getBuffer(buffer, size);
-    std::string text(static_cast<const char *>(buffer), size);
-    std::free(buffer);
+    const std::string text = test::writtenBy(isBinary, write);
     const std::size_t header = text.find("\n\n");
     return isBinary || header == std::string::npos ? text : text.substr(header + 2);
 }
