@@ -12,6 +12,9 @@
 #include <oravane/PoLinearDataMapping.h>
 #include <oravane/PoMeshElement.h>
 #include <oravane/PoMeshFilled.h>
+#include <oravane/PoMeshLimit.h>
+#include <oravane/PoMeshLines.h>
+#include <oravane/PoMeshSides.h>
 #include <oravane/PoNonLinearDataMapping.h>
 #include <oravane/PoNonLinearDataMapping2.h>
 #include <oravane/PoParallelogram.h>
@@ -37,10 +40,8 @@ const ClassInitializer graphicsKits[] = {
 };
 
 const ClassInitializer dataKits[] = {
-    &PoVolundra::initClass,
-    &PoMesh::initClass,
-    &PoMesh2D::initClass,
-    &PoMeshFilled::initClass,
+    &PoVolundra::initClass,   &PoMesh::initClass,      &PoMesh2D::initClass,    &PoMeshLines::initClass,
+    &PoMeshFilled::initClass, &PoMeshSides::initClass, &PoMeshLimit::initClass,
 };
 
 const ClassInitializer stateElements[] = {

@@ -1,6 +1,10 @@
 #include <oravane/PiContouring.h>
 
 #include "geometry/ContourWork.h"
+#include "mesh/OrientedCells.h"
+
+#include <oravane/PbQuadrangleMesh2D.h>
+#include <oravane/PbTriangleMesh2D.h>
 
 #include <Inventor/nodes/SoCoordinate3.h>
 
@@ -96,6 +100,37 @@ void PiContouring::setMesh(const PbRegularCartesianGrid2D *mesh, const float *z)
 
 void PiContouring::setMesh(const PbPolarGrid2D *mesh, const float *z) {
     setGrid(mesh, z);
+}
+
+void PiContouring::setCells(const oravane::OrientedCells &cells, const float *z) {
+    initGeometry();
+    cells.forEach(
+        [this](int, std::span<const int> nodes) { addElems(static_cast<int>(nodes.size()), nodes.data()); });
+    int numNodes = 0;
+    const float *x = nullptr, *y = nullptr;
+    cells.mesh().getNodes(numNodes, x, y);
+    setPoints(numNodes, x, y, z);
+}
+
+void PiContouring::setMesh(const PbIndexedMesh2D *mesh, const float *z) {
+    if (mesh)
+        setCells(oravane::OrientedCells(*mesh), z);
+    else
+        initGeometry();
+}
+
+void PiContouring::setMesh(const PbTriangleMesh2D *mesh, const float *z) {
+    if (mesh)
+        setCells(oravane::OrientedCells(*mesh), z);
+    else
+        initGeometry();
+}
+
+void PiContouring::setMesh(const PbQuadrangleMesh2D *mesh, const float *z) {
+    if (mesh)
+        setCells(oravane::OrientedCells(*mesh), z);
+    else
+        initGeometry();
 }
 
 bool PiContouring::computeContouringPoints(const float *values, const float *z) {

@@ -20,6 +20,22 @@ CellValue::CellValue(const PbDataMapping &mapping) {
     mapping.getMaxRGBThreshold(m_max);
 }
 
+float CellValue::ofPolygon(std::span<const int> nodes, const float *values) const {
+    double sum = 0;
+    const float *threshold = nullptr;
+    for (const int node : nodes) {
+        const float value = values[node];
+        sum += static_cast<double>(value);
+        if (m_hasMax && value >= m_max)
+            threshold = &m_max;
+        else if (m_hasMin && value <= m_min)
+            threshold = &m_min;
+    }
+    // A node without a value takes its cell out, whatever the others say.
+    return threshold && !std::isnan(sum) ? *threshold
+                                         : static_cast<float>(sum / static_cast<double>(nodes.size()));
+}
+
 void colorMaterial(const PbDataMapping &mapping, std::span<const float> values, SoMaterial &material) {
     const int count = static_cast<int>(values.size());
     std::vector<unsigned char> hasColor(values.size());

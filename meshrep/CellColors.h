@@ -32,6 +32,10 @@ public:
                                   static_cast<double>(sizeof...(corners)));
     }
 
+    /// The value of a cell of any number of nodes. Beyond both thresholds, the last node in order that is
+    /// beyond one decides between them.
+    float ofPolygon(std::span<const int> nodes, const float *values) const;
+
 private:
     float m_min = 0, m_max = 0;
     bool m_hasMin = false, m_hasMax = false;

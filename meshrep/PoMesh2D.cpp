@@ -1,8 +1,12 @@
 #include <oravane/PoMesh2D.h>
 
 #include "core/ClassTable.h"
+#include "geometry/BorderLoops.h"
 #include "geometry/MeshPositions.h"
+#include "mesh/OrientedCells.h"
 
+#include <oravane/PbQuadrangleMesh2D.h>
+#include <oravane/PbTriangleMesh2D.h>
 #include <oravane/PoMeshElement.h>
 
 #include <Inventor/nodes/SoCoordinate3.h>
@@ -12,7 +16,9 @@ SO_KIT_SOURCE(PoMesh2D)
 /// Points of the border polylines and the records that point into them; kept from one call to the next.
 struct PoMesh2D::Borders {
     std::vector<Ppoint3> points;
+    std::vector<int> sizes; ///< number of points of each polyline
     std::vector<Ppoint_list3> lists;
+    oravane::BorderLoops loops;
 };
 
 void PoMesh2D::initClass() {
@@ -72,16 +78,13 @@ void PoMesh2D::getMeshLimit(Ppoint_list_list3 &limits) {
 }
 
 template <class Grid>
-void PoMesh2D::gridLimits(const Grid &grid, Ppoint_list_list3 &limits) {
-    limits = {0, nullptr};
+void PoMesh2D::addGridBorder(const Grid &grid, const float *z) {
     int nx = 0, ny = 0;
     grid.getDim(nx, ny);
     if (nx < 1 || ny < 1)
         return;
-    const float *z = zOf(grid);
     const auto positions = oravane::positionsOf(grid);
     auto &points = m_borders->points;
-    points.clear();
     const auto add = [&](int i, int j) {
         const auto [x, y] = positions.node(i, j);
         points.push_back({x, y, z ? z[static_cast<std::size_t>(i) * static_cast<std::size_t>(ny) + j] : 0});
@@ -94,13 +97,49 @@ void PoMesh2D::gridLimits(const Grid &grid, Ppoint_list_list3 &limits) {
         add(i, ny - 1);
     for (int j = ny - 2; j >= 0; --j)
         add(0, j);
-    m_borders->lists.assign(1, {static_cast<int>(points.size()), points.data()});
-    limits = {1, m_borders->lists.data()};
+    m_borders->sizes.push_back(static_cast<int>(points.size()));
 }
 
-#define ORAVANE_DEFINE(Mesh, prefix)                                                                         \
+// The order of a triangle's sides decides on the order of the polylines.
+void PoMesh2D::addIndexedBorder(const PbIndexedMesh2D &mesh, const float *z) {
+    oravane::BorderLoops &loops = m_borders->loops;
+    loops.clear();
+    oravane::OrientedCells(mesh).forEachAsGiven([&](int, std::span<const int> nodes) {
+        for (std::size_t k = 0; k + 1 < nodes.size(); ++k)
+            loops.addSide(nodes[k], nodes[k + 1]);
+        loops.addSide(nodes.front(), nodes.back());
+    });
+    loops.join(mesh.getNumNodes());
+    int numNodes = 0;
+    const float *x = nullptr, *y = nullptr;
+    mesh.getNodes(numNodes, x, y);
+    for (std::size_t k = 0; k < loops.numLoops(); ++k) {
+        for (const int node : loops.loop(k))
+            m_borders->points.push_back({x[node], y[node], z ? z[node] : 0});
+        m_borders->sizes.push_back(static_cast<int>(loops.loop(k).size()));
+    }
+}
+
+template <class Mesh>
+void PoMesh2D::limitsOf(const Mesh &mesh, Ppoint_list_list3 &limits) {
+    m_borders->points.clear();
+    m_borders->sizes.clear();
+    m_borders->lists.clear();
+    if constexpr (oravane::StructuredMesh<Mesh>)
+        addGridBorder(mesh, zOf(mesh));
+    else
+        addIndexedBorder(mesh, zOf(mesh));
+    Ppoint3 *point = m_borders->points.data();
+    for (const int size : m_borders->sizes) {
+        m_borders->lists.push_back({size, point});
+        point += size;
+    }
+    limits = {static_cast<int>(m_borders->lists.size()), m_borders->lists.data()};
+}
+
+#define ORAVANE_DEFINE(Mesh, prefix, linesPrefix)                                                            \
     void PoMesh2D::prefix##GetLimits(const Mesh *mesh, Ppoint_list_list3 &limits) {                          \
-        gridLimits(*mesh, limits);                                                                           \
+        limitsOf(*mesh, limits);                                                                             \
     }
 ORAVANE_MESH2D_KINDS(ORAVANE_DEFINE)
 #undef ORAVANE_DEFINE

@@ -2,9 +2,12 @@
 
 #include "core/ClassTable.h"
 #include "geometry/MeshPositions.h"
+#include "mesh/OrientedCells.h"
 #include "meshrep/CellColors.h"
 
 #include <oravane/PbDataMapping.h>
+#include <oravane/PbQuadrangleMesh2D.h>
+#include <oravane/PbTriangleMesh2D.h>
 #include <oravane/PiContouringFilled.h>
 #include <oravane/PoDataMappingElement.h>
 #include <oravane/PoIsovaluesListElement.h>
@@ -20,6 +23,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <type_traits>
 #include <vector>
 
 SO_KIT_SOURCE(PoMeshFilled)
@@ -112,28 +116,44 @@ void edit(Field &field, std::size_t count, Fill fill) {
     field.finishEditing();
 }
 
-/// The cells of a grid all of whose nodes have finite coordinates, as faces; the materials are the cells'
-/// numbers.
-SoIndexedFaceSet *newFacesOfSoundCells(int nx, int ny, std::span<const SbVec3f> nodes,
-                                       bool withCellMaterials) {
-    std::vector<std::int32_t> coords, cells;
-    for (int i = 0; i + 1 < nx; ++i) {
-        for (int j = 0; j + 1 < ny; ++j) {
-            const std::int32_t a = i * ny + j;
-            const std::int32_t face[] = {a, a + ny, a + ny + 1, a + 1};
-            if (!std::all_of(std::begin(face), std::end(face),
-                             [&](std::int32_t node) { return oravane::isFinite(nodes[node]); }))
-                continue;
-            coords.insert(coords.end(), {face[0], face[1], face[2], face[3], -1});
-            cells.push_back(i * (ny - 1) + j);
-        }
+/// Faces of the cells of a mesh, but for those that cannot be drawn: with less than three nodes, or with one
+/// that has no finite position.
+class SoundFaces {
+public:
+    explicit SoundFaces(std::span<const SbVec3f> nodes) : m_nodes(nodes) {}
+
+    void add(int cell, std::span<const int> face) {
+        const bool isSound = std::all_of(face.begin(), face.end(),
+                                         [this](int node) { return oravane::isFinite(m_nodes[node]); });
+        if (face.size() < 3 || !isSound)
+            return;
+        m_coords.insert(m_coords.end(), face.begin(), face.end());
+        m_coords.push_back(-1);
+        m_cells.push_back(cell);
     }
-    auto *faces = new SoIndexedFaceSet;
-    faces->coordIndex.setNum(0);
-    faces->coordIndex.setValues(0, static_cast<int>(coords.size()), coords.data());
-    if (withCellMaterials && !cells.empty())
-        faces->materialIndex.setValues(0, static_cast<int>(cells.size()), cells.data());
-    return faces;
+
+    /// The shape. Under a binding for each cell, and when cells are missing, the faces get the numbers of
+    /// their cells, and the binding becomes `indexed`.
+    SoIndexedFaceSet *newShape(std::size_t numCells, SoMaterialBinding *binding,
+                               SoMaterialBinding::Binding indexed) const {
+        auto *faces = new SoIndexedFaceSet;
+        faces->coordIndex.setNum(0);
+        faces->coordIndex.setValues(0, static_cast<int>(m_coords.size()), m_coords.data());
+        const bool isPerCell = binding && binding->value.getValue() != SoMaterialBinding::PER_VERTEX_INDEXED;
+        if (isPerCell && m_cells.size() != numCells) {
+            binding->value = indexed;
+            faces->materialIndex.setValues(0, static_cast<int>(m_cells.size()), m_cells.data());
+        }
+        return faces;
+    }
+
+private:
+    std::span<const SbVec3f> m_nodes;
+    std::vector<std::int32_t> m_coords, m_cells;
+};
+
+std::span<const SbVec3f> pointsOf(const SoCoordinate3 &coordinates) {
+    return {coordinates.point.getValues(0), static_cast<std::size_t>(coordinates.point.getNum())};
 }
 
 /// Normals of a grid of nodes, for the clockwise ordering of the shape hints. The toolkit's own normals of a
@@ -168,9 +188,17 @@ SoVertexProperty *newNormals(int nx, int ny, std::span<const SbVec3f> nodes, boo
 
 template <class Mesh>
 void PoMeshFilled::buildGeometry(const Mesh &mesh, const float *z) {
+    if constexpr (oravane::StructuredMesh<Mesh>)
+        buildGrid(mesh, z);
+    else
+        buildFaces(oravane::OrientedCells(mesh), z);
+}
+
+template <class Grid>
+void PoMeshFilled::buildGrid(const Grid &grid, const float *z) {
     int nx = 0, ny = 0;
-    mesh.getDim(nx, ny);
-    const auto positions = oravane::positionsOf(mesh);
+    grid.getDim(nx, ny);
+    const auto positions = oravane::positionsOf(grid);
     m_coordinate3 = new SoCoordinate3;
     bool isSound = true;
     edit(m_coordinate3->point, static_cast<std::size_t>(nx) * static_cast<std::size_t>(ny),
@@ -185,8 +213,7 @@ void PoMeshFilled::buildGeometry(const Mesh &mesh, const float *z) {
              }
          });
     m_group->addChild(m_coordinate3);
-    const std::span<const SbVec3f> nodes(m_coordinate3->point.getValues(0),
-                                         static_cast<std::size_t>(m_coordinate3->point.getNum()));
+    const std::span<const SbVec3f> nodes = pointsOf(*m_coordinate3);
     if (isSound) {
         auto *quads = new SoQuadMesh;
         quads->verticesPerColumn = nx;
@@ -196,11 +223,25 @@ void PoMeshFilled::buildGeometry(const Mesh &mesh, const float *z) {
         return;
     }
     // A quad mesh has no way to leave out a cell.
-    const bool isPerCell =
-        m_materialBinding && m_materialBinding->value.getValue() == SoMaterialBinding::PER_FACE;
-    if (isPerCell)
-        m_materialBinding->value = SoMaterialBinding::PER_FACE_INDEXED;
-    m_group->addChild(newFacesOfSoundCells(nx, ny, nodes, isPerCell));
+    SoundFaces faces(nodes);
+    for (int i = 0, cell = 0; i + 1 < nx; ++i) {
+        for (int j = 0; j + 1 < ny; ++j, ++cell) {
+            const int node = i * ny + j, face[] = {node, node + ny, node + ny + 1, node + 1};
+            faces.add(cell, face);
+        }
+    }
+    m_group->addChild(faces.newShape(static_cast<std::size_t>(grid.getNumCells()), m_materialBinding,
+                                     SoMaterialBinding::PER_FACE_INDEXED));
+}
+
+void PoMeshFilled::buildFaces(const oravane::OrientedCells &cells, const float *z) {
+    m_coordinate3 = new SoCoordinate3;
+    cells.mesh().getNodesCoord(z, m_coordinate3->point);
+    m_group->addChild(m_coordinate3);
+    SoundFaces faces(pointsOf(*m_coordinate3));
+    cells.forEach([&](int cell, std::span<const int> nodes) { faces.add(cell, nodes); });
+    m_group->addChild(faces.newShape(static_cast<std::size_t>(cells.mesh().getNumCells()), m_materialBinding,
+                                     SoMaterialBinding::PER_PART_INDEXED));
 }
 
 void PoMeshFilled::makeMaterial(const float *values, std::size_t count) {
@@ -217,24 +258,48 @@ void PoMeshFilled::buildPerNode(const Mesh &mesh, const float *values, const flo
         makeMaterial(values, static_cast<std::size_t>(mesh.getNumNodes()));
 }
 
+namespace {
+
+/// Calls `take` with the value of each cell, in the order of their numbers.
+template <class Mesh, class Take>
+void forEachCellValue(const Mesh &mesh, const float *values, const oravane::CellValue &cellValue, Take take) {
+    if constexpr (oravane::StructuredMesh<Mesh>) {
+        int nx = 0, ny = 0;
+        mesh.getDim(nx, ny);
+        for (int i = 0; i + 1 < nx; ++i) {
+            const float *row = values + static_cast<std::size_t>(i) * static_cast<std::size_t>(ny),
+                        *next = row + ny;
+            for (int j = 0; j + 1 < ny; ++j)
+                take(cellValue(row[j], next[j], next[j + 1], row[j + 1]));
+        }
+    } else {
+        std::vector<float> cellValues(static_cast<std::size_t>(mesh.getNumCells()), 0.0f);
+        oravane::OrientedCells(mesh).forEachAsGiven([&](int cell, std::span<const int> nodes) {
+            if constexpr (std::is_same_v<Mesh, PbTriangleMesh2D>)
+                cellValues[cell] = cellValue(values[nodes[0]], values[nodes[1]], values[nodes[2]]);
+            else if constexpr (std::is_same_v<Mesh, PbQuadrangleMesh2D>)
+                cellValues[cell] =
+                    cellValue(values[nodes[0]], values[nodes[1]], values[nodes[2]], values[nodes[3]]);
+            else
+                cellValues[cell] = cellValue.ofPolygon(nodes, values);
+        });
+        std::for_each(cellValues.begin(), cellValues.end(), take);
+    }
+}
+
+} // namespace
+
 template <class Mesh>
 void PoMeshFilled::buildPerCell(const Mesh &mesh, const float *values, const float *z) {
     if (values)
-        addBinding(SoMaterialBinding::PER_FACE);
+        addBinding(oravane::StructuredMesh<Mesh> ? SoMaterialBinding::PER_FACE : SoMaterialBinding::PER_PART);
     buildGeometry(mesh, z);
     if (!values)
         return;
-    int nx = 0, ny = 0;
-    mesh.getDim(nx, ny);
-    const oravane::CellValue cellValue(*resolved().dataMapping);
     m_cellValues.clear();
     m_cellValues.reserve(static_cast<std::size_t>(mesh.getNumCells()));
-    for (int i = 0; i + 1 < nx; ++i) {
-        const float *row = values + static_cast<std::size_t>(i) * static_cast<std::size_t>(ny),
-                    *next = row + ny;
-        for (int j = 0; j + 1 < ny; ++j)
-            m_cellValues.push_back(cellValue(row[j], next[j], next[j + 1], row[j + 1]));
-    }
+    forEachCellValue(mesh, values, oravane::CellValue(*resolved().dataMapping),
+                     [this](float value) { m_cellValues.push_back(value); });
     makeMaterial(m_cellValues.data(), m_cellValues.size());
 }
 
@@ -263,7 +328,7 @@ void PoMeshFilled::buildBands(const Mesh &mesh, const float *values, const float
     engine.fillSurf(values, z, m_group, m_material, m_materialBinding);
 }
 
-#define ORAVANE_DEFINE(Mesh, prefix)                                                                         \
+#define ORAVANE_DEFINE(Mesh, prefix, linesPrefix)                                                            \
     void PoMeshFilled::prefix##Filled(const Mesh *mesh) {                                                    \
         fill(*mesh);                                                                                         \
     }                                                                                                        \

@@ -1,21 +1,22 @@
 #ifndef ORAVANE_PICONTOURING_H
 #define ORAVANE_PICONTOURING_H
 
+#include <oravane/MeshKinds.h>
 #include <oravane/PiVolundra.h>
 
 #include <memory>
 
-class PbCartesianGrid2D;
+#define ORAVANE_DECLARE(Mesh, prefix, linesPrefix) class Mesh;
+ORAVANE_MESH2D_KINDS(ORAVANE_DECLARE)
+#undef ORAVANE_DECLARE
 class PbDataMapping;
 class PbMesh2D;
-class PbParalCartesianGrid2D;
-class PbPolarGrid2D;
-class PbRegularCartesianGrid2D;
 class SoCoordinate3;
 
 namespace oravane {
+class OrientedCells;
 struct ContourWork;
-}
+} // namespace oravane
 
 /// Base of the contouring engines: takes the cells, the nodes and the levels, and finds where the levels
 /// cross the edges of the cells. `PiContouringLines` makes polylines of the crossings, `PiContouringFilled`
@@ -48,10 +49,9 @@ public:
     /// each node, or is null for 0. The general form asks the mesh for its kind, by `meshContouring`. A null
     /// mesh has no cells.
     void setMesh(const PbMesh2D *mesh, const float *z);
-    void setMesh(const PbCartesianGrid2D *mesh, const float *z);
-    void setMesh(const PbParalCartesianGrid2D *mesh, const float *z);
-    void setMesh(const PbRegularCartesianGrid2D *mesh, const float *z);
-    void setMesh(const PbPolarGrid2D *mesh, const float *z);
+#define ORAVANE_DECLARE(Mesh, prefix, linesPrefix) void setMesh(const Mesh *mesh, const float *z);
+    ORAVANE_MESH2D_KINDS(ORAVANE_DECLARE)
+#undef ORAVANE_DECLARE
 
     /// Starts a mesh of any cells: none yet, and no nodes.
     void initGeometry();
@@ -67,7 +67,9 @@ public:
     void setPoints(int n, const SoCoordinate3 *coordinates);
 
     /// Colours of the faces; null gives them no colour of their own.
-    void setDataMapping(const PbDataMapping *mapping) { m_dataMapping = mapping; }
+    void setDataMapping(const PbDataMapping *mapping) {
+        m_dataMapping = mapping;
+    }
 
 protected:
     /// Moves the levels off `values`, one for each node, and makes them ready. `z` decides on the third
@@ -81,6 +83,7 @@ protected:
 private:
     template <class Grid>
     void setGrid(const Grid *grid, const float *z);
+    void setCells(const oravane::OrientedCells &cells, const float *z);
 };
 
 #endif

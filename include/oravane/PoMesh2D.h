@@ -7,11 +7,10 @@
 
 #include <Inventor/fields/SoSFShort.h>
 
-class PbCartesianGrid2D;
+#define ORAVANE_DECLARE(Mesh, prefix, linesPrefix) class Mesh;
+ORAVANE_MESH2D_KINDS(ORAVANE_DECLARE)
+#undef ORAVANE_DECLARE
 class PbMesh2D;
-class PbParalCartesianGrid2D;
-class PbPolarGrid2D;
-class PbRegularCartesianGrid2D;
 
 /// Base of the representations of a surface mesh.
 ///
@@ -34,10 +33,13 @@ public:
     ///
     /// A structured grid of nx by ny nodes has one polyline of 2 (nx + ny) - 3 points: i ascending at j = 0,
     /// j ascending at the last i, i descending at the last j, j descending at i = 0. An empty grid has none.
+    /// An indexed mesh has one for each loop of the sides that belong to an odd number of cells: its outline,
+    /// and one for each hole.
     void getMeshLimit(Ppoint_list_list3 &limits);
 
     /// Called back by `PbMesh2D::getLimits`, one for each kind of mesh.
-#define ORAVANE_DECLARE(Mesh, prefix) void prefix##GetLimits(const Mesh *mesh, Ppoint_list_list3 &limits);
+#define ORAVANE_DECLARE(Mesh, prefix, linesPrefix)                                                           \
+    void prefix##GetLimits(const Mesh *mesh, Ppoint_list_list3 &limits);
     ORAVANE_MESH2D_KINDS(ORAVANE_DECLARE)
 #undef ORAVANE_DECLARE
 
@@ -64,8 +66,11 @@ protected:
 private:
     struct Borders;
 
+    template <class Mesh>
+    void limitsOf(const Mesh &mesh, Ppoint_list_list3 &limits);
     template <class Grid>
-    void gridLimits(const Grid &grid, Ppoint_list_list3 &limits);
+    void addGridBorder(const Grid &grid, const float *z);
+    void addIndexedBorder(const PbIndexedMesh2D &mesh, const float *z);
 
     PoConnection<PbMesh2D> m_mesh2D{this};
     const PbMesh2D *m_resolvedMesh = nullptr;

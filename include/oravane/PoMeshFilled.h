@@ -3,6 +3,10 @@
 
 #include <oravane/PoMesh2D.h>
 
+namespace oravane {
+class OrientedCells;
+}
+
 /// Draws a surface mesh as a filled surface, one polygon a cell, in any of the four colourings; lit.
 ///
 /// \code
@@ -14,9 +18,10 @@
 /// \endcode
 ///
 /// Generates `groupFilled`: shape hints, a material binding (unless inherited), coordinates, one shape; and
-/// the part `appearance.material` (null under COLOR_INHERITED). A structured grid is a quad mesh. Cells that
-/// a data mapping makes almost invisible are left out (see `PoBase::deleteTransparencyParts`), and so are
-/// cells for which it has no colour, and cells with a node whose value or position is not finite.
+/// the part `appearance.material` (null under COLOR_INHERITED). A structured grid is a quad mesh, an indexed
+/// mesh a set of faces. Cells that a data mapping makes almost invisible are left out (see
+/// `PoBase::deleteTransparencyParts`), and so are cells for which it has no colour, and cells with a node
+/// whose value or position is not finite.
 class ORAVANE_API PoMeshFilled : public PoMesh2D {
     SO_KIT_HEADER(PoMeshFilled);
     SO_KIT_CATALOG_ENTRY_HEADER(groupFilled);
@@ -31,7 +36,7 @@ public:
     /// under way. `values` and `z` have one float for each node; null values give geometry only, null z gives
     /// 0.
     /// @{
-#define ORAVANE_DECLARE(Mesh, prefix)                                                                        \
+#define ORAVANE_DECLARE(Mesh, prefix, linesPrefix)                                                           \
     void prefix##Filled(const Mesh *mesh);                                                                   \
     void prefix##FilledInhColr(const Mesh *mesh, const float *z);                                            \
     void prefix##FilledMapColr(const Mesh *mesh, const float *values, const float *z);                       \
@@ -51,6 +56,9 @@ private:
     void fill(const Mesh &mesh);
     template <class Mesh>
     void buildGeometry(const Mesh &mesh, const float *z);
+    template <class Grid>
+    void buildGrid(const Grid &grid, const float *z);
+    void buildFaces(const oravane::OrientedCells &cells, const float *z);
     template <class Mesh>
     void buildPerNode(const Mesh &mesh, const float *values, const float *z);
     template <class Mesh>

@@ -1,5 +1,6 @@
 #include <oravane/PoMeshFilled.h>
 
+#include "Drawn.h"
 #include "TestScene.h"
 
 #include <oravane/PbCartesianGrid2D.h>
@@ -13,7 +14,6 @@
 #include <oravane/PoIsovaluesList.h>
 #include <oravane/PoLinearDataMapping.h>
 
-#include <Inventor/SoPrimitiveVertex.h>
 #include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoGroup.h>
@@ -30,6 +30,9 @@
 #include <limits>
 #include <memory>
 #include <numbers>
+
+using test::Drawn;
+using test::drawnBy;
 
 namespace {
 
@@ -80,51 +83,6 @@ struct Scene {
     int rebuilds = 0;
 };
 
-/// What a scene draws: area in the x-y plane, and area times red, which tells colours apart.
-struct Drawn {
-    double area = 0, redArea = 0;
-    int triangles = 0;
-    bool isFinite = true;
-};
-
-/// The toolkit counts the cells of a quad mesh wrongly under PER_FACE; this is what its renderer takes.
-int materialIndex(SoCallbackAction *traversal, const SoPrimitiveVertex *vertex) {
-    const int index = vertex->getMaterialIndex();
-    const auto *quads = dynamic_cast<const SoQuadMesh *>(traversal->getCurPathTail());
-    if (!quads || traversal->getMaterialBinding() != SoMaterialBinding::PER_FACE)
-        return index;
-    const int perRow = quads->verticesPerRow.getValue();
-    return index / perRow * (perRow - 1) + index % perRow - 1;
-}
-
-Drawn drawnBy(SoNode *root) {
-    Drawn drawn;
-    SoCallbackAction action;
-    action.addTriangleCallback(
-        SoShape::getClassTypeId(),
-        [](void *data, SoCallbackAction *traversal, const SoPrimitiveVertex *a, const SoPrimitiveVertex *b,
-           const SoPrimitiveVertex *c) {
-            auto &sum = *static_cast<Drawn *>(data);
-            const SbVec3f u = b->getPoint() - a->getPoint(), v = c->getPoint() - a->getPoint();
-            const double area = std::abs(u[0] * v[1] - u[1] * v[0]) / 2;
-            double red = 0;
-            for (const SoPrimitiveVertex *vertex : {a, b, c}) {
-                SbColor ambient, diffuse, specular, emission;
-                float shininess = 0, transparency = 0;
-                traversal->getMaterial(ambient, diffuse, specular, emission, shininess, transparency,
-                                       materialIndex(traversal, vertex));
-                red += diffuse[0] / 3;
-            }
-            sum.area += area;
-            sum.redArea += area * red;
-            sum.isFinite = sum.isFinite && std::isfinite(area);
-            ++sum.triangles;
-        },
-        &drawn);
-    action.apply(root);
-    return drawn;
-}
-
 constexpr int NX = 5, NY = 4;
 
 std::vector<float> field(const std::function<float(int, int)> &value) {
@@ -143,42 +101,6 @@ std::unique_ptr<PbRegularCartesianGrid2D> regularGrid(const std::vector<float> &
     auto grid = std::make_unique<PbRegularCartesianGrid2D>(NX, NY, 0.f, 0.f, 4.f, 6.f, 1);
     grid->addValuesSet(0, values.data());
     return grid;
-}
-
-TEST(PoMeshFilled, EveryKindOfGridDrawsTheSameFieldInEveryColoring) {
-    std::vector<float> xs, ys, xAxis, yAxis;
-    for (int i = 0; i < NX; ++i)
-        xAxis.push_back(static_cast<float>(i));
-    for (int j = 0; j < NY; ++j)
-        yAxis.push_back(2.f * static_cast<float>(j));
-    for (const float x : xAxis)
-        for (const float y : yAxis) {
-            xs.push_back(x);
-            ys.push_back(y);
-        }
-    const auto regular = regularGrid();
-    PbCartesianGrid2D cartesian(NX, NY, xs.data(), ys.data(), 1);
-    PbParalCartesianGrid2D parallel(NX, NY, xAxis.data(), yAxis.data(), 1);
-    for (PbMesh2D *mesh : {static_cast<PbMesh2D *>(&cartesian), static_cast<PbMesh2D *>(&parallel)})
-        mesh->addValuesSet(0, ramp().data());
-    for (int coloring = PoMesh::COLOR_INHERITED; coloring <= PoMesh::COLOR_CONTOURING; ++coloring) {
-        SCOPED_TRACE(coloring);
-        std::vector<Drawn> drawn;
-        for (PbMesh2D *mesh : {static_cast<PbMesh2D *>(regular.get()), static_cast<PbMesh2D *>(&cartesian),
-                               static_cast<PbMesh2D *>(&parallel)}) {
-            const Scene scene(mesh);
-            scene.kit->coloringType = coloring;
-            drawn.push_back(drawnBy(scene.root.get()));
-            EXPECT_NEAR(drawn.back().area, 24, 1e-4);
-        }
-        for (const Drawn &other : drawn) {
-            EXPECT_EQ(other.triangles, drawn[0].triangles);
-            EXPECT_NEAR(other.redArea, drawn[0].redArea, 1e-4);
-        }
-        if (coloring == PoMesh::COLOR_MAPPING || coloring == PoMesh::COLOR_AVERAGE) {
-            EXPECT_NEAR(drawn[0].redArea, 12, 1e-4) << "the mean of the ramp is one half";
-        }
-    }
 }
 
 TEST(PoMeshFilled, PolarGridsLieBetweenTheirCircles) {
