@@ -3,6 +3,8 @@
 #include <oravane/PoBase.h>
 #include <oravane/PoDataMapping.h>
 #include <oravane/PoDataMappingElement.h>
+#include <oravane/PoDateFormatMapping.h>
+#include <oravane/PoDateFormatMappingElement.h>
 #include <oravane/PoDebugError.h>
 #include <oravane/PoDomain.h>
 #include <oravane/PoDomainElement.h>
@@ -15,8 +17,12 @@
 #include <oravane/PoMeshLimit.h>
 #include <oravane/PoMeshLines.h>
 #include <oravane/PoMeshSides.h>
+#include <oravane/PoMiscTextAttr.h>
+#include <oravane/PoMiscTextAttrElement.h>
 #include <oravane/PoNonLinearDataMapping.h>
 #include <oravane/PoNonLinearDataMapping2.h>
+#include <oravane/PoNumericDisplayFormat.h>
+#include <oravane/PoNumericDisplayFormatElement.h>
 #include <oravane/PoParallelogram.h>
 #include <oravane/PoParallelogram3.h>
 #include <oravane/PoRectangle.h>
@@ -45,16 +51,19 @@ const ClassInitializer dataKits[] = {
 };
 
 const ClassInitializer stateElements[] = {
-    &PoDomainElement::initClass,
-    &PoIsovaluesListElement::initClass,
-    &PoDataMappingElement::initClass,
+    &PoDomainElement::initClass,        &PoNumericDisplayFormatElement::initClass,
+    &PoIsovaluesListElement::initClass, &PoDateFormatMappingElement::initClass,
+    &PoMiscTextAttrElement::initClass,  &PoDataMappingElement::initClass,
     &PoMeshElement::initClass,
 };
 
 const ClassInitializer attributeNodes[] = {
     &PoNode::initClass,
     &PoDomain::initClass,
+    &PoNumericDisplayFormat::initClass,
     &PoIsovaluesList::initClass,
+    &PoDateFormatMapping::initClass,
+    &PoMiscTextAttr::initClass,
     &PoDataMapping::initClass,
     &PoLinearDataMapping::initClass,
     &PoNonLinearDataMapping::initClass,

@@ -1,13 +1,19 @@
 #include "core/ClassTable.h"
 
 #include <oravane/PbDataMapping.h>
+#include <oravane/PbDateFormatMapping.h>
 #include <oravane/PbDomain.h>
 #include <oravane/PbIsovaluesList.h>
 #include <oravane/PbMesh2D.h>
+#include <oravane/PbMiscTextAttr.h>
+#include <oravane/PbNumericDisplayFormat.h>
 #include <oravane/PoDataMappingElement.h>
+#include <oravane/PoDateFormatMappingElement.h>
 #include <oravane/PoDomainElement.h>
 #include <oravane/PoIsovaluesListElement.h>
 #include <oravane/PoMeshElement.h>
+#include <oravane/PoMiscTextAttrElement.h>
+#include <oravane/PoNumericDisplayFormatElement.h>
 
 #include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoGLRenderAction.h>
@@ -23,6 +29,9 @@ SO_ELEMENT_SOURCE(PoDomainElement)
 SO_ELEMENT_SOURCE(PoDataMappingElement)
 SO_ELEMENT_SOURCE(PoIsovaluesListElement)
 SO_ELEMENT_SOURCE(PoMeshElement)
+SO_ELEMENT_SOURCE(PoNumericDisplayFormatElement)
+SO_ELEMENT_SOURCE(PoDateFormatMappingElement)
+SO_ELEMENT_SOURCE(PoMiscTextAttrElement)
 
 void PoBasicObjectElement::enable(SoType elementType, int stackIndex) {
     SoCallbackAction::enableElement(elementType, stackIndex);
@@ -64,14 +73,22 @@ const PbBase *PoBasicObjectElement::getObject(SoState *state, int stackIndex) {
     return element ? element->m_object : nullptr;
 }
 
-// ---- domain
+// ---- elements that a state starts with
 
 namespace {
-const PbDomain &defaultDomain() {
-    static const PbDomain domain;
-    return domain;
+template <class Object>
+const Object &defaultObject() {
+    static const Object object;
+    return object;
+}
+
+template <class Object>
+const Object *orDefault(const PbBase *object) {
+    return object ? static_cast<const Object *>(object) : &defaultObject<Object>();
 }
 } // namespace
+
+// ---- domain
 
 void PoDomainElement::initClass() {
     if (!oravane::registersNow(classTypeId))
@@ -82,7 +99,7 @@ void PoDomainElement::initClass() {
 
 void PoDomainElement::init(SoState *state) {
     PoBasicObjectElement::init(state);
-    m_object = &defaultDomain();
+    m_object = &defaultObject<PbDomain>();
 }
 
 void PoDomainElement::set(SoState *state, SoNode *node, const PbDomain *domain) {
@@ -90,8 +107,73 @@ void PoDomainElement::set(SoState *state, SoNode *node, const PbDomain *domain) 
 }
 
 const PbDomain *PoDomainElement::get(SoState *state) {
-    const auto *domain = static_cast<const PbDomain *>(getObject(state, classStackIndex));
-    return domain ? domain : &defaultDomain();
+    return orDefault<PbDomain>(getObject(state, classStackIndex));
+}
+
+// ---- number format
+
+void PoNumericDisplayFormatElement::initClass() {
+    if (!oravane::registersNow(classTypeId))
+        return;
+    SO_ELEMENT_INIT_CLASS(PoNumericDisplayFormatElement, SoReplacedElement);
+    enable(classTypeId, classStackIndex);
+}
+
+void PoNumericDisplayFormatElement::init(SoState *state) {
+    PoBasicObjectElement::init(state);
+    m_object = &defaultObject<PbNumericDisplayFormat>();
+}
+
+void PoNumericDisplayFormatElement::set(SoState *state, SoNode *node, const PbNumericDisplayFormat *object) {
+    setObject(state, classStackIndex, node, object);
+}
+
+const PbNumericDisplayFormat *PoNumericDisplayFormatElement::get(SoState *state) {
+    return orDefault<PbNumericDisplayFormat>(getObject(state, classStackIndex));
+}
+
+// ---- mapping of dates
+
+void PoDateFormatMappingElement::initClass() {
+    if (!oravane::registersNow(classTypeId))
+        return;
+    SO_ELEMENT_INIT_CLASS(PoDateFormatMappingElement, SoReplacedElement);
+    enable(classTypeId, classStackIndex);
+}
+
+void PoDateFormatMappingElement::init(SoState *state) {
+    PoBasicObjectElement::init(state);
+    m_object = &defaultObject<PbDateFormatMapping>();
+}
+
+void PoDateFormatMappingElement::set(SoState *state, SoNode *node, const PbDateFormatMapping *object) {
+    setObject(state, classStackIndex, node, object);
+}
+
+const PbDateFormatMapping *PoDateFormatMappingElement::get(SoState *state) {
+    return orDefault<PbDateFormatMapping>(getObject(state, classStackIndex));
+}
+
+// ---- text attributes
+
+void PoMiscTextAttrElement::initClass() {
+    if (!oravane::registersNow(classTypeId))
+        return;
+    SO_ELEMENT_INIT_CLASS(PoMiscTextAttrElement, SoReplacedElement);
+    enable(classTypeId, classStackIndex);
+}
+
+void PoMiscTextAttrElement::init(SoState *state) {
+    PoBasicObjectElement::init(state);
+    m_object = &defaultObject<PbMiscTextAttr>();
+}
+
+void PoMiscTextAttrElement::set(SoState *state, SoNode *node, const PbMiscTextAttr *object) {
+    setObject(state, classStackIndex, node, object);
+}
+
+const PbMiscTextAttr *PoMiscTextAttrElement::get(SoState *state) {
+    return orDefault<PbMiscTextAttr>(getObject(state, classStackIndex));
 }
 
 // ---- data mapping

@@ -1,10 +1,10 @@
 #include "vectorize/PageFixture.h"
 
+#include "CommaLocale.h"
+
 #include <Inventor/nodes/SoMarkerSet.h>
 
-#include <clocale>
 #include <cmath>
-#include <filesystem>
 #include <sstream>
 #include <vector>
 
@@ -320,27 +320,6 @@ TEST(SoVectorizePSAction, SizesOfNothingAndLessLeaveAGoodPage) {
         expectGood(ofPage, size);
     }
 }
-
-/// A comma locale, made on the spot when the machine has the sources of locales; else nothing changes.
-class CommaLocale : NotCopied {
-public:
-    CommaLocale() {
-        const std::string command = "mkdir -p " + m_folder.path() + " && localedef -i de_DE -f UTF-8 " +
-                                    m_folder.path() + "/de_DE.UTF-8 > /dev/null 2>&1";
-        if (std::system(command.c_str()) == 0)
-            setenv("LOCPATH", m_folder.name(), 1);
-        isSet = std::setlocale(LC_NUMERIC, "de_DE.UTF-8") != nullptr;
-    }
-    ~CommaLocale() {
-        std::setlocale(LC_NUMERIC, "C");
-        unsetenv("LOCPATH");
-        std::filesystem::remove_all(m_folder.path());
-    }
-    bool isSet = false;
-
-private:
-    TemporaryFile m_folder{"_locale"};
-};
 
 TEST(SoVectorizePSAction, TheSameSceneGivesTheSameBytes) {
     const Scene scene(view(kEverything));
