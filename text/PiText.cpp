@@ -265,7 +265,9 @@ void PiText::addNodes(const TextLines &lines, const Placement &place) const {
     SoText3 *text = PoBase::getTextType() == PoBase::ANNO_TEXT3_NODE ? new SoAnnoText3 : new SoText3;
     if (m_isNamed)
         text->setName(SbName(m_nodeName));
-    lines.fill(text->string);
+    int line = 0;
+    text->string.setNum(lines.count());
+    lines.forEach([&](std::string_view string) { text->string.set1Value(line++, string.data()); });
     text->justification = justificationOf(m_horAlignment);
     auto *separator = new SoTransformSeparator;
     separator->addChild(transform);
@@ -283,7 +285,7 @@ TextLines PiText::linesOf(const char *text) const {
 }
 
 SbBox3f PiText::boxOf(const TextLines &lines, float fontSize, HorAlignment alignment) const {
-    return oravane::textBox(m_fontName, fontSize, justificationOf(alignment), lines);
+    return oravane::textBox(SbName(m_fontName), fontSize, 1, justificationOf(alignment), lines);
 }
 
 SbVec2f PiText::sizeOf(const char *text, float fontSize) const {

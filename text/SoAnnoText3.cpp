@@ -11,6 +11,8 @@
 #include <Inventor/elements/SoAnnoText3CharOrientElement.h>
 #include <Inventor/elements/SoAnnoText3FontSizeHintElement.h>
 #include <Inventor/elements/SoAnnoText3RenderPrintElement.h>
+#include <Inventor/elements/SoFontNameElement.h>
+#include <Inventor/elements/SoFontSizeElement.h>
 
 SO_NODE_SOURCE(SoAnnoText3)
 
@@ -29,6 +31,18 @@ void SoAnnoText3::initClass() {
 
 SoAnnoText3::SoAnnoText3() {
     SO_NODE_CONSTRUCTOR(SoAnnoText3);
+}
+
+/// The toolkit's own box of several lines is right for lines with letters and a spacing of 1 only.
+void SoAnnoText3::computeBBox(SoAction *action, SbBox3f &box, SbVec3f &center) {
+    SoState *state = action->getState();
+    oravane::TextLines lines;
+    for (int i = 0; i < string.getNum(); ++i)
+        lines.add(string[i].getString());
+    box = oravane::textBox(SoFontNameElement::get(state), SoFontSizeElement::get(state), spacing.getValue(),
+                           justification.getValue(), lines);
+    if (!box.isEmpty())
+        center = box.getCenter();
 }
 
 void SoAnnoText3::addWriteReference(SoOutput *out, SbBool isFromField) {

@@ -16,6 +16,8 @@
 ///   SoAnnoText3 { string [ "Depth", "in metres" ] spacing 1.2 justification CENTER }
 /// \endcode
 ///
+/// Its box holds, for each line, the line's length by the height of its letters.
+///
 /// Fields: `string`, one line each, empty at first; `spacing`, 1; `justification`, LEFT, RIGHT or CENTER of
 /// the origin. The base of line k is at y = -k * font size * `spacing`. An end of line inside a string ends
 /// no line. Without a string, or with empty ones alone, there are no letters and the box is empty.
@@ -35,6 +37,7 @@ public:
 
 protected:
     ~SoAnnoText3() override = default;
+    void computeBBox(SoAction *action, SbBox3f &box, SbVec3f &center) override;
     SbBool readInstance(SoInput *in, unsigned short flags) override;
 };
 
