@@ -7,8 +7,8 @@
 #include <Inventor/nodes/SoText3.h>
 
 /// Annotation text: flat letters in the xy plane of the object space, facing z, of the font's size there. On
-/// the screen it is the front of an `SoText3`, whose fields, picking (`SoTextDetail`), box and lighting (the
-/// normal is (0, 0, 1), the material is the first one) it has. Unlike that it can reach a page as text
+/// the screen it is the front of an `SoText3`: lit or not like any shape (the normal is (0, 0, 1), the
+/// material the first one), and picked with an `SoTextDetail`. Unlike that it can reach a page as text
 /// proper, which can be searched and selected: see `SoAnnoText3Property`.
 ///
 /// \code
@@ -16,11 +16,10 @@
 ///   SoAnnoText3 { string [ "Depth", "in metres" ] spacing 1.2 justification CENTER }
 /// \endcode
 ///
-/// Its box holds, for each line, the line's length by the height of its letters.
-///
-/// Fields: `string`, one line each, empty at first; `spacing`, 1; `justification`, LEFT, RIGHT or CENTER of
-/// the origin. The base of line k is at y = -k * font size * `spacing`. An end of line inside a string ends
-/// no line. Without a string, or with empty ones alone, there are no letters and the box is empty.
+/// Fields, those of `SoText3`: `string`, one line each, empty at first; `spacing`, 1; `justification`, LEFT,
+/// RIGHT or CENTER of the origin; `parts` stays FRONT. The base of line k is at y = -k * font size *
+/// `spacing`. An end of line inside a string ends no line. The box holds, for each line that is not empty,
+/// the line's length by the height of its letters; without such a line it is empty.
 ///
 /// A font that the machine does not have is replaced by the machine's choice, and by the toolkit's built-in
 /// letters where there is none; no display is needed.

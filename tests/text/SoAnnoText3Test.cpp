@@ -7,9 +7,7 @@
 #include <Inventor/SoPickedPoint.h>
 #include <Inventor/SoPrimitiveVertex.h>
 #include <Inventor/actions/SoCallbackAction.h>
-#include <Inventor/actions/SoGetPrimitiveCountAction.h>
 #include <Inventor/actions/SoRayPickAction.h>
-#include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/details/SoTextDetail.h>
 #include <Inventor/elements/SoAnnoText3CharOrientElement.h>
 
@@ -52,40 +50,28 @@ TEST(SoAnnoText3, LinesAndTheirBox) {
             << nothing;
 }
 
-TEST(SoAnnoText3, LettersAreFlatAndFaceTheViewer) {
-    const auto root = scene("MaterialBinding { value PER_PART } SoAnnoText3 { string [ \"A8\", \"g\" ] }");
-    struct Seen {
-        int triangles = 0, bad = 0;
-        double area = 0;
-    } seen;
+TEST(SoAnnoText3, LettersFaceTheViewerAndArePicked) {
+    const auto root = scene("MaterialBinding { value PER_PART } SoAnnoText3 { string [ \"I\", \"I\" ] }");
+    double area = 0;
     SoCallbackAction action;
     action.addTriangleCallback(
         SoAnnoText3::getClassTypeId(),
-        [](void *data, SoCallbackAction *, const SoPrimitiveVertex *a, const SoPrimitiveVertex *b,
+        [](void *sum, SoCallbackAction *, const SoPrimitiveVertex *a, const SoPrimitiveVertex *b,
            const SoPrimitiveVertex *c) {
-            auto &s = *static_cast<Seen *>(data);
-            ++s.triangles;
             for (const SoPrimitiveVertex *v : {a, b, c})
-                s.bad +=
-                    v->getPoint()[2] != 0 || v->getNormal() != SbVec3f(0, 0, 1) || v->getMaterialIndex() != 0;
-            s.area += (b->getPoint() - a->getPoint()).cross(c->getPoint() - a->getPoint())[2] / 2;
+                EXPECT_TRUE(v->getPoint()[2] == 0 && v->getNormal() == SbVec3f(0, 0, 1) &&
+                            v->getMaterialIndex() == 0);
+            *static_cast<double *>(sum) +=
+                (b->getPoint() - a->getPoint()).cross(c->getPoint() - a->getPoint())[2];
         },
-        &seen);
+        &area);
     action.apply(root.get());
-    SoGetPrimitiveCountAction counter;
-    counter.apply(root.get());
-    EXPECT_EQ(seen.triangles, counter.getTriangleCount());
-    EXPECT_EQ(seen.bad, 0);
-    EXPECT_GT(seen.area, 0.5) << "counter-clockwise seen from z";
-}
+    EXPECT_GT(area, 0.2) << "counter-clockwise seen from z";
 
-TEST(SoAnnoText3, PicksTheLineThatIsHit) {
-    const auto root = scene("SoAnnoText3 { string [ \"I\", \"I\" ] }");
     const SbBox3f box = test::boundingBox(root.get());
-    const SbVec3f middle = box.getCenter();
     for (const float y : {box.getMax()[1] - 0.5f, box.getMin()[1] + 0.5f, 10.0f}) {
         SoRayPickAction pick{SbViewportRegion()};
-        pick.setRay(SbVec3f(middle[0], y, 5), SbVec3f(0, 0, -1));
+        pick.setRay(SbVec3f(box.getCenter()[0], y, 5), SbVec3f(0, 0, -1));
         pick.apply(root.get());
         const SoPickedPoint *hit = pick.getPickedPoint();
         ASSERT_EQ(hit != nullptr, y < 10);
@@ -95,34 +81,19 @@ TEST(SoAnnoText3, PicksTheLineThatIsHit) {
     }
 }
 
-template <class Node>
-Node *find(SoNode *root) {
-    SoSearchAction search;
-    search.setType(Node::getClassTypeId());
-    search.apply(root);
-    return search.getPath() ? static_cast<Node *>(search.getPath()->getTail()) : nullptr;
-}
-
 TEST(SoAnnoText3, FilesKeepTextsAndTheirProperties) {
     const auto root = scene("SoAnnoText3Property { renderPrintType 2 fontSizeHint ANNOTATION isOriented FALSE"
                             " } SoAnnoText3 { string [ \"a b\", \"c\" ] spacing 3 justification CENTER }");
-    ASSERT_TRUE(root);
+    const std::string text = test::written(root.get());
+    for (const char *part :
+         {"SoAnnoText3Property {", "renderPrintType RENDER2D_PRINT_RASTER", "fontSizeHint ANNOTATION",
+          "isOriented FALSE", "SoAnnoText3 {", "\"a b\"", "spacing 3", "justification CENTER"})
+        EXPECT_NE(text.find(part), std::string::npos) << part;
     for (const bool isBinary : {false, true}) {
-        const std::string file = test::written(root.get(), isBinary);
-        const auto back = test::readBack(file);
+        const auto back = test::readBack(test::written(root.get(), isBinary));
         ASSERT_TRUE(back);
-        EXPECT_EQ(test::written(back.get(), isBinary), file);
-        const auto *text = find<SoAnnoText3>(back.get());
-        const auto *property = find<SoAnnoText3Property>(back.get());
-        ASSERT_TRUE(text && property);
-        EXPECT_EQ(text->string[0], "a b");
-        EXPECT_EQ(text->spacing.getValue(), 3);
-        EXPECT_EQ(text->justification.getValue(), SoAnnoText3::CENTER);
-        EXPECT_EQ(property->renderPrintType.getValue(), SoAnnoText3Property::RENDER2D_PRINT_RASTER);
-        EXPECT_EQ(property->fontSizeHint.getValue(), SoAnnoText3Property::ANNOTATION);
-        EXPECT_FALSE(property->isOriented.getValue());
+        EXPECT_EQ(test::written(back.get()), text);
     }
-    EXPECT_NE(test::written(root.get()).find("  SoAnnoText3 {"), std::string::npos);
     EXPECT_TRUE(scene("SoAnnoText3 { fields [ SFFloat size ] string \"of a newer library\" }"));
 }
 
