@@ -27,6 +27,8 @@
 #include <oravane/PoParallelogram3.h>
 #include <oravane/PoRectangle.h>
 #include <oravane/PoVolundra.h>
+#include <oravane/SoAnnoText3.h>
+#include <oravane/SoAnnoText3Property.h>
 
 #include <Inventor/SoDB.h>
 #include <Inventor/SoInteraction.h>
@@ -37,6 +39,12 @@ namespace oravane {
 namespace {
 
 bool isStarting = false;
+
+/// Nodes that extend the toolkit, and that kits are made of.
+const ClassInitializer toolkitNodes[] = {
+    &SoAnnoText3::initClass,
+    &SoAnnoText3Property::initClass,
+};
 
 const ClassInitializer graphicsKits[] = {
     &PoKestrava::initClass,
@@ -108,6 +116,7 @@ void PoBase::init() {
     SoDB::init();
     SoNodeKit::init();
     SoInteraction::init();
+    oravane::initialize(oravane::toolkitNodes);
     PoDebugError::initClass();
     PoBase::initClass();
     PoKestrava::initClasses();

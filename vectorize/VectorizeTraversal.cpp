@@ -1,8 +1,13 @@
 #include "vectorize/VectorizeTraversal.h"
 
+#include <oravane/SoAnnoText3.h>
+
 #include <Inventor/SbViewVolume.h>
 #include <Inventor/SoPath.h>
 #include <Inventor/SoPrimitiveVertex.h>
+#include <Inventor/elements/SoAnnoText3CharOrientElement.h>
+#include <Inventor/elements/SoAnnoText3FontSizeHintElement.h>
+#include <Inventor/elements/SoAnnoText3RenderPrintElement.h>
 #include <Inventor/elements/SoEnvironmentElement.h>
 #include <Inventor/elements/SoLazyElement.h>
 #include <Inventor/elements/SoLightElement.h>
@@ -23,6 +28,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 ORAVANE_VECTORIZE_BEGIN
 
@@ -95,6 +101,19 @@ SoCallbackAction::Response SoVectorizeAction::Traversal::skipPrimitives(void *, 
     return SoCallbackAction::PRUNE;
 }
 
+/// Annotation text becomes text on the page, or the polygons of its letters, or both.
+SoCallbackAction::Response
+SoVectorizeAction::Traversal::annoText3Callback(void *self, SoCallbackAction *action, const SoNode *node) {
+    const auto type = SoAnnoText3RenderPrintElement::get(action->getState());
+    if (type == SoAnnoText3RenderPrintElement::RENDER3D_PRINT_VECTOR)
+        return SoCallbackAction::CONTINUE;
+    auto *traversal = static_cast<Traversal *>(self);
+    traversal->m_callback = action;
+    traversal->drawAnnoText3(*static_cast<const SoAnnoText3 *>(node));
+    return type == SoAnnoText3RenderPrintElement::RENDER3D_PRINT_RASTER ? SoCallbackAction::PRUNE
+                                                                        : SoCallbackAction::CONTINUE;
+}
+
 void SoVectorizeAction::Traversal::registerCallbacks(SoCallbackAction &action) {
     const SoType shape = SoShape::getClassTypeId();
     action.addPreCallback(SoCamera::getClassTypeId(), nodeCallback<&Traversal::fitCamera>, this);
@@ -103,6 +122,7 @@ void SoVectorizeAction::Traversal::registerCallbacks(SoCallbackAction &action) {
     action.addPointCallback(shape, pointCallback, this);
     action.addPostCallback(SoText2::getClassTypeId(), nodeCallback<&Traversal::drawText2>, this);
     action.addPostCallback(SoNode::getClassTypeId(), nodeCallback<&Traversal::finishNode>, this);
+    action.addPreCallback(SoAnnoText3::getClassTypeId(), annoText3Callback, this);
     action.addPreCallback(SoImage::getClassTypeId(), skipPrimitives, nullptr);
     action.addPostCallback(SoImage::getClassTypeId(), nodeCallback<&Traversal::drawImage>, this);
 }
@@ -385,6 +405,42 @@ void SoVectorizeAction::Traversal::drawText2(const SoNode *node) {
     const auto &text = *static_cast<const SoText2 *>(node);
     drawText(text.string, text.spacing.getValue(), text.justification.getValue(), m_callback->getFontSize(),
              0);
+}
+
+void SoVectorizeAction::Traversal::drawAnnoText3(const SoText3 &text) {
+    if (!visibleShape())
+        return;
+    const TextView view = computeFontSizeAngleViewing(m_callback->getFontSize());
+    drawText(text.string, text.spacing.getValue(), text.justification.getValue(), view.size, view.angle);
+}
+
+/// The size, in nominal widths, and the direction that a font of `size` has on the page at the origin of the
+/// node's space.
+SoVectorizeAction::Traversal::TextView
+SoVectorizeAction::Traversal::computeFontSizeAngleViewing(float size) const {
+    constexpr float kLargest = 64; // mm
+    SoState *state = m_callback->getState();
+    std::array<SbVec4f, 4> points{SbVec4f(0, 0, 0, 1), SbVec4f(size, 0, 0, 1), SbVec4f(0, size, 0, 1),
+                                  SbVec4f(0, 0, size, 1)};
+    for (SbVec4f &point : points) {
+        point = transformed(m_shape.modelToClip, point);
+        point /= point[3];
+    }
+    TextView view{0, 0};
+    if (SoAnnoText3CharOrientElement::get(state))
+        view.angle = std::atan2(points[1][1] - points[0][1], points[1][0] - points[0][0]);
+    m_action.projectPoints(points.data(), static_cast<int>(points.size()));
+    const auto lengthTo = [&](int i) {
+        return std::hypot(points[i][0] - points[0][0], points[i][1] - points[0][1]);
+    };
+    if (SoAnnoText3FontSizeHintElement::get(state) == SoAnnoText3FontSizeHintElement::ANNOTATION)
+        view.size = std::max({lengthTo(1), lengthTo(2), lengthTo(3)});
+    else
+        view.size = std::min(lengthTo(1), lengthTo(2));
+    view.size = view.size > 0 ? std::min(view.size, kLargest) : 1;
+    const float nominal = m_action.getNominalMillimeters();
+    view.size = nominal > 0 ? view.size / nominal : 0;
+    return std::isfinite(view.angle) ? view : TextView{view.size, 0};
 }
 
 /// Draws strings at the origin of the node's space; they are kept or dropped as a whole.

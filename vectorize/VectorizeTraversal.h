@@ -14,6 +14,7 @@
 
 class SoMFString;
 class SoPrimitiveVertex;
+class SoText3;
 
 ORAVANE_VECTORIZE_BEGIN
 
@@ -50,6 +51,8 @@ private:
     template <auto Member>
     static SoCallbackAction::Response nodeCallback(void *self, SoCallbackAction *action, const SoNode *node);
     static SoCallbackAction::Response skipPrimitives(void *, SoCallbackAction *, const SoNode *);
+    static SoCallbackAction::Response annoText3Callback(void *self, SoCallbackAction *action,
+                                                        const SoNode *node);
     static void triangleCallback(void *self, SoCallbackAction *action, const SoPrimitiveVertex *v0,
                                  const SoPrimitiveVertex *v1, const SoPrimitiveVertex *v2);
     static void lineCallback(void *self, SoCallbackAction *action, const SoPrimitiveVertex *v0,
@@ -59,7 +62,12 @@ private:
     void fitCamera(const SoNode *node);
     void finishNode(const SoNode *node);
     void drawText2(const SoNode *node);
+    void drawAnnoText3(const SoText3 &text);
     void drawText(const SoMFString &strings, float spacing, int justification, float size, float angle);
+    struct TextView {
+        float size, angle;
+    };
+    TextView computeFontSizeAngleViewing(float size) const;
     void drawImage(const SoNode *node);
     void drawTriangle(const SoPrimitiveVertex *const vertices[3]);
     void drawLineSegment(const SoPrimitiveVertex &from, const SoPrimitiveVertex &to);

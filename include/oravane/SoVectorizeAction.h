@@ -37,6 +37,10 @@ class SoVectorOutput;
 ///   action.getOutput()->closeFile();
 /// \endcode
 ///
+/// `SoText2` becomes text on the page, `SoAnnoText3` text or the polygons of its letters, as
+/// `SoAnnoText3Property` says; other text nodes become polygons. A text is kept or dropped as a whole: its
+/// origin has to be in view.
+///
 /// Line widths, marker sizes and font sizes are multiples of the nominal width. Setters ignore numbers that
 /// are not finite. An unknown unit counts 0 millimetres. Colours pass through the colour translation first.
 ///

@@ -1,58 +1,18 @@
 // Every page of the gallery, as a PostScript interpreter draws it, shows what the renderer shows of the same
 // scene.
-#include "tools/Picture.h"
+#include "PageRaster.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 namespace {
 
 namespace fs = std::filesystem;
 using oravane::Picture;
-
-// How the examples make their pages and pictures.
-constexpr double PAGE_HEIGHT = 297, START = 10, PIXELS_PER_MILLIMETER = 5;
-
-/// The drawing on a page, in the pixels of its picture.
-Picture drawingOf(const fs::path &page, const Picture &like) {
-    const fs::path raster = page.parent_path() / (page.stem().string() + ".raster.png");
-    const std::string command =
-        "gs -q -dSAFER -dBATCH -dNOPAUSE -sDEVICE=png16m -dFIXEDMEDIA -sPAPERSIZE=a4 -r" +
-        std::to_string(PIXELS_PER_MILLIMETER * 25.4) + " -o '" + raster.string() + "' '" + page.string() +
-        "' 2>&1";
-    FILE *pipe = popen(command.c_str(), "r");
-    std::string complaints;
-    for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe))
-        complaints += static_cast<char>(c);
-    EXPECT_EQ(pclose(pipe), 0);
-    EXPECT_EQ(complaints, "");
-    const Picture whole = oravane::readPng(raster.string());
-    fs::remove(raster);
-    std::ifstream in(page);
-    std::string line;
-    bool isLandscape = false;
-    for (int i = 0; i < 150 && std::getline(in, line); ++i)
-        isLandscape = isLandscape || line == "90 rotate";
-    Picture drawing{like.width, like.height, std::vector<unsigned char>(like.rgb.size())};
-    for (int v = 0; v < like.height; ++v) {
-        for (int u = 0; u < like.width; ++u) {
-            // Millimetres from the lower left of the page; a landscape page is turned to the left.
-            const double along = START + (u + 0.5) / PIXELS_PER_MILLIMETER;
-            const double x = isLandscape ? START + (v + 0.5) / PIXELS_PER_MILLIMETER : along;
-            const double y = isLandscape ? along : START + (like.height - v - 0.5) / PIXELS_PER_MILLIMETER;
-            const auto pixel = whole.at(static_cast<int>(x * PIXELS_PER_MILLIMETER),
-                                        static_cast<int>((PAGE_HEIGHT - y) * PIXELS_PER_MILLIMETER));
-            for (std::size_t c = 0; c < 3; ++c)
-                drawing.rgb[3 * (static_cast<std::size_t>(v) * like.width + u) + c] = pixel[c];
-        }
-    }
-    return drawing;
-}
+using oravane_test::drawingOf;
 
 /// Mean colour of a square of pixels.
 std::array<double, 3> blockMean(const Picture &picture, int u, int v, int size) {

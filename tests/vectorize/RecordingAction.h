@@ -21,6 +21,7 @@ public:
         unsigned short pattern = 0;
         std::string text;
         int justification = 0;
+        float angle = 0;
     };
 
     RecordingAction() { setDrawingDimensions(100, 100, MILLIMETER); }
@@ -57,7 +58,7 @@ protected:
     using Colors = const SbColor *;
 
     Drawn &add(const char *kind, Points points, int n, Colors colors, int multicolor, float size) {
-        drawn.push_back({kind, {points, points + n}, {}, multicolor, size, 0, "", 0});
+        drawn.push_back({kind, {points, points + n}, {}, multicolor, size, 0, "", 0, 0});
         if (colors)
             drawn.back().colors.assign(colors, colors + n);
         return drawn.back();
@@ -73,10 +74,11 @@ protected:
         add("markers", p, n, c, multi, 0);
     }
     void printText2(SbVec4f point, SbColor color, const char *, float size, const char *string,
-                    int justification, float) override {
+                    int justification, float angle) override {
         Drawn &d = add("text", &point, 1, &color, 0, size);
         d.text = string;
         d.justification = justification;
+        d.angle = angle;
     }
     void printImage(const SbVec4f &point, const unsigned char *, SbVec2s &size, SbVec2s &source,
                     int components, SoImage::HorAlignment, SoImage::VertAlignment) override {

@@ -189,6 +189,63 @@ TEST(SoVectorizeAction, TextsAndImages) {
     draw(action, text + kTriangle + image, "text1 text1 polygon3 image1 ");
 }
 
+TEST(SoVectorizeAction, AnnotationTextByPrintType) {
+    RecordingAction action; // one unit of the scene is 50 mm
+    const std::string type = "SoAnnoText3Property { renderPrintType ";
+    const std::string text = "Font { size 0.1 name \"defaultFont\" } "
+                             "SoAnnoText3 { string [ \"I\", \"b\" ] justification RIGHT spacing 2 } ";
+    const Scene letters(view(text));
+    action.apply(letters);
+    const std::string polygons = action.kinds();
+    EXPECT_EQ(polygons.find("polygon3 polygon3 "), 0) << "the letters are drawn at first";
+    for (const auto mode : {Action::HLHSR_NONE, Action::HLHSR_Z_SORT}) {
+        action.setHLHSRMode(mode);
+        draw(action, type + "0 } " + text, polygons);
+        draw(action, type + "2 } " + text, "text1 text1 " + polygons);
+        const Drawn first = draw(action, type + "1 } " + text + kTriangle, "text1 text1 polygon3 ");
+        const Drawn &second = action.drawn.at(1);
+        EXPECT_EQ(first.text + second.text, "Ib");
+        EXPECT_EQ(first.justification, 2);
+        EXPECT_NEAR(first.points[0][1], 50, 1e-4);
+        EXPECT_NEAR(first.points[0][1] - second.points[0][1], 10, 1e-4);
+    }
+    draw(action, type + "1 } DrawStyle { style INVISIBLE } " + text, "");
+    draw(action, type + "1 } Translation { translation 1.01 0 0 } " + text, "");
+}
+
+TEST(SoVectorizeAction, SizeAndDirectionOfAnnotationText) {
+    const std::string near =
+        "PerspectiveCamera { position 0 0 5 heightAngle 0.4 nearDistance 1 farDistance 99 } ";
+    const float pi = 3.1415927f, atOrigin = 100 * 0.1f / (2 * 5 * std::tan(0.2f)); // mm
+    const struct {
+        const char *name;
+        std::string fields, before;
+        float millimeters, angle;
+    } rows[] = {
+        {"turned", "", "Rotation { rotation 0 0 1 -0.7 } ", 5, -0.7f},
+        {"turned, but not followed", "isOriented FALSE", "Rotation { rotation 0 0 1 -0.7 } ", 5, 0},
+        {"upside down", "", "Rotation { rotation 0 0 1 3.1415927 } ", 5, pi},
+        {"the smaller of two", "", "Scale { scaleFactor 3 2 9 } ", 10, 0},
+        {"the largest", "fontSizeHint ANNOTATION", "Scale { scaleFactor 3 2 1 } ", 15, 0},
+        {"the largest stands to the back", "fontSizeHint ANNOTATION",
+         "Rotation { rotation 1 0 0 1.5707963 } Scale { scaleFactor 1 1 3 } ", 15, 0},
+        {"in perspective", "", near, atOrigin, 0},
+        {"in perspective, twice as far", "", near + "Translation { translation 0 0 -5 } ", atOrigin / 2, 0},
+        {"shrunk to nothing", "", "Scale { scaleFactor 0 0 0 } ", 1, 0},
+        {"too large", "", "Scale { scaleFactor 50 50 50 } ", 64, 0},
+    };
+    RecordingAction action;
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.name);
+        const Drawn text = draw(action,
+                                "SoAnnoText3Property { renderPrintType 1 " + row.fields + " } " + row.before +
+                                    "Font { size 0.1 } SoAnnoText3 { string \"x\" } ",
+                                "text1 ");
+        EXPECT_NEAR(text.size * 0.3527778, row.millimeters, 1e-3);
+        EXPECT_NEAR(std::remainder(text.angle - row.angle, 2 * pi), 0, 1e-5);
+    }
+}
+
 const std::string kBlueMaterial = "Material { ambientColor 0 0 0 diffuseColor 0 .5 1 } ";
 
 TEST(SoVectorizeAction, LitTrianglesAreFlat) {
