@@ -12,6 +12,7 @@
 #include <oravane/PoIsovaluesListElement.h>
 #include <oravane/PoKestrava.h>
 #include <oravane/PoLinearDataMapping.h>
+#include <oravane/PoMeshContouring.h>
 #include <oravane/PoMeshElement.h>
 #include <oravane/PoMeshFilled.h>
 #include <oravane/PoMeshLimit.h>
@@ -55,7 +56,7 @@ const ClassInitializer graphicsKits[] = {
 
 const ClassInitializer dataKits[] = {
     &PoVolundra::initClass,   &PoMesh::initClass,      &PoMesh2D::initClass,    &PoMeshLines::initClass,
-    &PoMeshFilled::initClass, &PoMeshSides::initClass, &PoMeshLimit::initClass,
+    &PoMeshFilled::initClass, &PoMeshSides::initClass, &PoMeshLimit::initClass, &PoMeshContouring::initClass,
 };
 
 const ClassInitializer stateElements[] = {

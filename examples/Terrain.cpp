@@ -3,6 +3,7 @@
 #include "tools/DataFile.h"
 #include "tools/HeadlessRenderer.h"
 
+#include <oravane/PoDomain.h>
 #include <oravane/PoNonLinearDataMapping2.h>
 #include <oravane/SoPSVectorOutput.h>
 #include <oravane/SoVectorizePSAction.h>
@@ -10,6 +11,7 @@
 #include <Inventor/nodes/SoOrthographicCamera.h>
 #include <Inventor/nodes/SoSeparator.h>
 
+#include <algorithm>
 #include <cmath>
 #include <stdexcept>
 #include <vector>
@@ -62,8 +64,19 @@ SoSeparator *newMapScene(const PbRegularCartesianGrid2D &terrain) {
     return scene;
 }
 
+PoDomain *newMapDomain(const PbMesh2D &mesh) {
+    const SbBox2f box = mesh.getBoundingBox();
+    const SbVec2f center = box.getCenter(), size = box.getSize();
+    const float half = std::max(size[0], size[1]) / 2;
+    auto *domain = new PoDomain;
+    domain->min.setValue(center[0] - half, center[1] - half, -half);
+    domain->max.setValue(center[0] + half, center[1] + half, half);
+    return domain;
+}
+
 void writePageAndPicture(oravane::Example &example, const std::string &name, SoNode *scene,
                          const PageOptions &options) {
+    constexpr float PIXELS_PER_MILLIMETER = 5;
     SoVectorizePSAction page;
     const SbVec2f start(10, 10), size(options.width, options.height);
     page.setStartPosition(start, SoVectorizeAction::MILLIMETER);
@@ -71,6 +84,8 @@ void writePageAndPicture(oravane::Example &example, const std::string &name, SoN
     page.setHLHSRMode(static_cast<SoVectorizeAction::HLHSRMode>(options.hiddenSurfaceMode));
     page.enableLighting(options.isLit);
     page.setOrientation(options.isLandscape ? SoVectorizeAction::LANDSCAPE : SoVectorizeAction::PORTRAIT);
+    // A line of width 1 is as wide on the page as a pixel of the picture.
+    page.setNominalWidth(1 / PIXELS_PER_MILLIMETER, SoVectorizeAction::MILLIMETER);
     page.setBorder(1, SbColor(0.3f, 0.3f, 0.3f));
     const std::string file = example.outFile(name + ".ps");
     if (!page.getOutput()->openFile(file.c_str()))
@@ -78,7 +93,6 @@ void writePageAndPicture(oravane::Example &example, const std::string &name, SoN
     page.apply(scene);
     page.getOutput()->closeFile();
 
-    constexpr float PIXELS_PER_MILLIMETER = 5;
     oravane::HeadlessRenderer renderer;
     oravane::writePng(example.outFile(name + ".png"),
                       renderer.render(scene,

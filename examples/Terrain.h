@@ -9,6 +9,7 @@
 #include <string>
 
 class PoDataMapping;
+class PoDomain;
 class SoNode;
 class SoSeparator;
 
@@ -23,6 +24,9 @@ PoDataMapping *newHeightColors();
 
 /// A scene that a camera sees from above, in parallel projection, as a map fills its sheet.
 SoSeparator *newMapScene(const PbRegularCartesianGrid2D &terrain);
+
+/// The box of a mesh as domain: lengths of labels and axes refer to it, and nothing is scaled.
+PoDomain *newMapDomain(const PbMesh2D &mesh);
 
 /// How a page is made of a scene.
 struct PageOptions {

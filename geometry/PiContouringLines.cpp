@@ -3,6 +3,8 @@
 #include "geometry/ContourWork.h"
 #include "geometry/NodeMemory.h"
 
+#include <oravane/PbIsovaluesList.h>
+
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoLineSet.h>
@@ -27,9 +29,13 @@ void PiContouringLines::getLines(const float *values, const float *z, Tisoline_l
     IsoLines &made = m_work->lines;
     m_lines.clear();
     m_lineIsovalues.clear();
+    int numLevels = 0, isRegular = 0;
+    float min = 0, max = 0, step = 0;
+    const float *levels =
+        m_isovaluesList ? m_isovaluesList->getIsoList(numLevels, min, max, step, isRegular) : nullptr;
     for (const IsoLines::Line &line : made.lines) {
         m_lines.push_back({static_cast<int>(line.count), made.points.data() + line.start});
-        m_lineIsovalues.push_back(m_work->levels[line.level]);
+        m_lineIsovalues.push_back(levels[line.level]);
     }
     if (lines)
         *lines = {m_lines.data(), m_lineIsovalues.data(), static_cast<int>(m_lines.size())};

@@ -113,6 +113,8 @@ HeadlessRenderer::HeadlessRenderer(int samples) : m_samples(std::clamp(samples, 
     m_renderer = std::make_unique<SoOffscreenRenderer>(SbViewportRegion(1, 1));
     m_renderer->setComponents(SoOffscreenRenderer::RGB);
     m_renderer->getGLRenderAction()->setTransparencyType(SoGLRenderAction::SORTED_OBJECT_BLEND);
+    // Without it, lines at an angle are thinner than those along the axes.
+    m_renderer->getGLRenderAction()->setSmoothing(TRUE);
 }
 
 HeadlessRenderer::~HeadlessRenderer() = default;

@@ -12,7 +12,7 @@ class SoMaterial;
 /// Contour lines. The arrays belong to the engine that filled the record, until its next computation.
 struct Tisoline_list {
     Ppoint_list3 *lines; ///< `numLines` polylines
-    float *isovalues;    ///< the level of each, as it was moved off the values of the nodes
+    float *isovalues;    ///< the level of each, as it stands in the list
     int numLines;
 };
 

@@ -1,0 +1,46 @@
+// Mount St. Helens as a contour map: a line every 20 metres, and every fifth one strong, with its height.
+#include "Terrain.h"
+
+#include <oravane/PoDomain.h>
+#include <oravane/PoIsovaluesList.h>
+#include <oravane/PoMeshContouring.h>
+#include <oravane/PoMeshFilled.h>
+#include <oravane/PoMiscTextAttr.h>
+#include <oravane/PoNonLinearDataMapping2.h>
+#include <oravane/PoNumericDisplayFormat.h>
+
+#include <Inventor/nodes/SoSeparator.h>
+
+int main(int argc, char **argv) {
+    return oravane::runExample(argc, argv, [](oravane::Example &example) {
+        PoBase::init();
+        const auto terrain = readTerrain(example, 1, false);
+        SoSeparator *scene = newMapScene(*terrain);
+        scene->ref();
+        scene->addChild(newHeightColors());
+        auto *levels = new PoIsovaluesList;
+        levels->setRegularIsoList(600.0f, 2560.0f, 99);
+        scene->addChild(levels);
+        scene->addChild(newMapDomain(*terrain));
+        auto *format = new PoNumericDisplayFormat;
+        format->formatType = PbNumericDisplayFormat::INTEGER_FORMAT;
+        scene->addChild(format);
+
+        auto *contours = new PoMeshContouring;
+        contours->setMesh(terrain.get());
+        contours->valuesIndex = 0;
+        contours->majorPeriod = 5;
+        contours->annotIsVisible = TRUE;
+        contours->annotIsContourClip = TRUE;
+        contours->annotCrossStatus = PoMeshContouring::CROSS_MINOR_CONTOUR;
+        contours->annotGap = 0.35f;
+        contours->annotFontSize = 0.014f;
+        contours->set("majorContourLineApp.material { diffuseColor 0.45 0.25 0.1 }"
+                      "majorContourLineApp.drawStyle { lineWidth 2 }"
+                      "minorContourLineApp.material { diffuseColor 0.75 0.58 0.42 }"
+                      "annotTextApp.material { diffuseColor 0.35 0.15 0 }");
+        scene->addChild(contours);
+        writePageAndPicture(example, "terrain_contours", scene, {});
+        scene->unref();
+    });
+}

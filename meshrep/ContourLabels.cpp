@@ -1,0 +1,289 @@
+#include "meshrep/ContourLabels.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace oravane {
+
+namespace {
+
+double planarLength(const Ppoint3 &a, const Ppoint3 &b) {
+    return std::hypot(static_cast<double>(b.x) - static_cast<double>(a.x),
+                      static_cast<double>(b.y) - static_cast<double>(a.y));
+}
+
+Ppoint3 between(const Ppoint3 &a, const Ppoint3 &b) {
+    return {(a.x + b.x) / 2, (a.y + b.y) / 2, (a.z + b.z) / 2};
+}
+
+Plimit boxOf(std::span<const Ppoint3> points) {
+    Plimit box{};
+    pcomputePolygonBBox2D(points.data(), static_cast<int>(points.size()), &box);
+    return box;
+}
+
+/// A rectangle around `middle` of the half sizes `along`, in the direction (ux, uy), and `across`.
+std::array<Ppoint3, 4> rectangle(const Ppoint3 &middle, float ux, float uy, float along, float across) {
+    const auto corner = [&](float a, float b) {
+        return Ppoint3{middle.x + a * ux - b * uy, middle.y + a * uy + b * ux, middle.z};
+    };
+    return {corner(-along, -across), corner(-along, across), corner(along, across), corner(along, -across)};
+}
+
+} // namespace
+
+/// Where a line leaves the surroundings of a label.
+struct ContourLabels::Ends {
+    Ppoint3 ahead, behind;
+};
+
+ContourLabels::ContourLabels(const LabelRules &rules, std::span<const ContourLine> lines)
+    : m_rules(rules), m_lines(lines), m_spaces(4 * rules.fontSize), m_lineBoxes(lines.size()) {
+    pcomputePolygonBBox2D(rules.clippingPolygon, &m_clippingBox);
+    for (int k = 0; k < rules.limits.numLists; ++k)
+        m_border.emplace_back(rules.limits.lists[k]);
+    if (rules.crossStatus == PoMeshContouring::CROSS_CONTOUR)
+        return;
+    for (std::size_t k = 0; k < lines.size(); ++k)
+        if (lines[k].isMajor || rules.crossStatus == PoMeshContouring::DONT_CROSS_CONTOUR)
+            m_linesByValue[lines[k].isovalue].push_back(k);
+}
+
+const PolylineBoxes &ContourLabels::boxesOf(std::size_t line) const {
+    if (!m_lineBoxes[line])
+        m_lineBoxes[line].emplace(m_lines[line].points);
+    return *m_lineBoxes[line];
+}
+
+bool ContourLabels::isLongEnough(const Ppoint_list3 &points, Size size) const {
+    Plimit box{};
+    pcomputePolygonBBox2D(points, &box);
+    const double w = size.width, h = size.height;
+    const double dx = static_cast<double>(box.xmax) - static_cast<double>(box.xmin),
+                 dy = static_cast<double>(box.ymax) - static_cast<double>(box.ymin);
+    return 1.5 * (w * w + h * h) < dx * dx + dy * dy;
+}
+
+// The segment that the offset reaches. A line shorter than the offset starts a new round.
+int ContourLabels::startOn(const Ppoint_list3 &points) {
+    double length = 0;
+    for (int k = 0; k + 1 < points.numPoints; ++k) {
+        length += planarLength(points.points[k], points.points[k + 1]);
+        if (length >= static_cast<double>(m_offset))
+            return k;
+    }
+    m_offset = 0;
+    return 0;
+}
+
+void ContourLabels::placeOn(std::size_t line, float width, float height) {
+    const Ppoint_list3 &points = m_lines[line].points;
+    const Size size{width, height};
+    const int numSegments = points.numPoints - 1;
+    if (numSegments < 1 || !isLongEnough(points, size))
+        return;
+    const int start = startOn(points);
+    int k = start;
+    for (bool isLabelled = false; !isLabelled || k >= start;) {
+        if (const auto label = tryAt(line, k, size)) {
+            m_labels.push_back(*label);
+            m_spaces.add(boxOf(label->outer));
+            if (!isLabelled) {
+                m_offset += 1.5f * width;
+                if (m_offset > m_rules.gap)
+                    m_offset = 0;
+            }
+            isLabelled = true;
+            double moved = planarLength(points.points[k], points.points[k + 1]);
+            while (moved < static_cast<double>(m_rules.gap)) {
+                if (++k == numSegments)
+                    return; // less than the gap is left
+                moved += planarLength(points.points[k], points.points[k + 1]);
+            }
+        }
+        k = (k + 1) % numSegments;
+        if (k == start)
+            return;
+    }
+}
+
+std::optional<ContourLabel> ContourLabels::tryAt(std::size_t line, int segment, Size size) const {
+    const Ppoint_list3 &points = m_lines[line].points;
+    const Ppoint3 middle = between(points.points[segment], points.points[segment + 1]);
+    const float along = size.width / 2, across = size.height / 2, margin = 0.1f * along;
+    float ux = 1, uy = 0;
+    Ends ends{middle, middle};
+    if (m_rules.path == PoMeshContouring::TANGENTIAL_PATH) {
+        if (!ppolylineIntersSphere3D(points, segment, middle, along * along, &ends.ahead, &ends.behind))
+            return std::nullopt;
+        const double length = planarLength(ends.behind, ends.ahead);
+        if (!(length > 0))
+            return std::nullopt;
+        const double side = ends.ahead.x < ends.behind.x ? -length : length;
+        ux = static_cast<float>((ends.ahead.x - ends.behind.x) / side);
+        uy = static_cast<float>((ends.ahead.y - ends.behind.y) / side);
+    } else if (m_rules.path == PoMeshContouring::VERTICAL_PATH) {
+        ux = 0;
+        uy = -1;
+    }
+    ContourLabel label{};
+    label.box = rectangle(middle, ux, uy, along, across);
+    const auto outer = rectangle(middle, ux, uy, along + margin, across + margin);
+    std::copy(outer.begin(), outer.end(), label.outer.begin());
+    label.outer[4] = label.outer[0];
+    label.middle = middle;
+    label.isovalue = m_lines[line].isovalue;
+    label.line = line;
+    if (!isFree(label))
+        return std::nullopt;
+    if (m_rules.is3D)
+        tilt(label, ends);
+    return label;
+}
+
+bool ContourLabels::isFree(const ContourLabel &label) const {
+    const Plimit limit = boxOf(label.outer);
+    if (m_spaces.isTaken(limit) || !isInsidePolygon(label, limit))
+        return false;
+    for (const PolylineBoxes &border : m_border)
+        if (border.crosses(label.outer.data(), limit))
+            return false;
+    return m_rules.crossStatus == PoMeshContouring::CROSS_CONTOUR || !crossesLines(label, limit);
+}
+
+bool ContourLabels::isInsidePolygon(const ContourLabel &label, const Plimit &limit) const {
+    if (m_rules.clippingPolygon.numPoints < 3)
+        return true;
+    if (!pintersBBox2D(m_clippingBox, limit))
+        return false;
+    return std::all_of(label.outer.begin(), label.outer.end() - 1, [this](const Ppoint3 &corner) {
+        return pscanLine2D(corner, m_rules.clippingPolygon) % 2 != 0;
+    });
+}
+
+bool ContourLabels::crossesLines(const ContourLabel &label, const Plimit &limit) const {
+    const float isovalue = label.isovalue;
+    const std::array<float, 2> next = m_rules.neighbours(isovalue);
+    const auto crossesAt = [&](float value) {
+        const auto lines = m_linesByValue.find(value);
+        return lines != m_linesByValue.end() &&
+               std::any_of(lines->second.begin(), lines->second.end(), [&](std::size_t line) {
+                   return line != label.line && boxesOf(line).crosses(label.outer.data(), limit);
+               });
+    };
+    return crossesAt(isovalue) || (next[0] != isovalue && crossesAt(next[0])) ||
+           (next[1] != isovalue && next[1] != next[0] && crossesAt(next[1]));
+}
+
+namespace {
+
+/// Rotates points about `center` by the rotation that leaves the horizontal directions across (dx, dy) as
+/// they are, and takes (dx, dy, 0) to the direction (dx, dy, dz), all of length 1.
+template <std::size_t N>
+void tiltPoints(std::array<Ppoint3, N> &points, const Ppoint3 &center, double dx, double dy, double dz) {
+    const double planar = std::hypot(dx, dy), hx = dx / planar, hy = dy / planar;
+    for (Ppoint3 &point : points) {
+        const double x = static_cast<double>(point.x) - static_cast<double>(center.x),
+                     y = static_cast<double>(point.y) - static_cast<double>(center.y);
+        const double along = x * hx + y * hy, across = y * hx - x * hy;
+        point.x = static_cast<float>(center.x + along * planar * hx - across * hy);
+        point.y = static_cast<float>(center.y + along * planar * hy + across * hx);
+        point.z = static_cast<float>(center.z + along * dz);
+    }
+}
+
+/// Where the line first and last meets the box of a label.
+bool endsInBox(const Ppoint_list3 &line, std::array<Ppoint3, 4> box, Ppoint3 &first, Ppoint3 &last) {
+    std::array<Ppoint3, 5> closed{box[0], box[1], box[2], box[3], box[0]};
+    Ppoint_list3 crossings{0, nullptr};
+    int capacity = 0, *indexLine = nullptr, *indexBox = nullptr;
+    pintersPolygons2D({5, closed.data()}, line, &capacity, &crossings, &indexBox, &indexLine);
+    const bool isFound = crossings.numPoints > 1;
+    if (isFound) {
+        first = crossings.points[0];
+        last = crossings.points[crossings.numPoints - 1];
+    }
+    delete[] crossings.points;
+    delete[] indexLine;
+    delete[] indexBox;
+    return isFound;
+}
+
+} // namespace
+
+void ContourLabels::tilt(ContourLabel &label, const Ends &ends) const {
+    Ends reached = ends;
+    if (m_rules.path != PoMeshContouring::TANGENTIAL_PATH &&
+        !endsInBox(m_lines[label.line].points, label.box, reached.ahead, reached.behind))
+        return;
+    const double dx = static_cast<double>(reached.ahead.x) - static_cast<double>(reached.behind.x),
+                 dy = static_cast<double>(reached.ahead.y) - static_cast<double>(reached.behind.y),
+                 dz = static_cast<double>(reached.ahead.z) - static_cast<double>(reached.behind.z);
+    const double length = std::hypot(dx, dy, dz);
+    if (!(std::hypot(dx, dy) > 0) || !std::isfinite(length))
+        return;
+    tiltPoints(label.box, label.middle, dx / length, dy / length, dz / length);
+    tiltPoints(label.outer, label.middle, dx / length, dy / length, dz / length);
+}
+
+std::vector<std::size_t> ContourLabels::labelsOn(std::size_t line) const {
+    const PolylineBoxes &boxes = boxesOf(line);
+    std::vector<std::size_t> found;
+    m_spaces.find(boxes.box(), found);
+    std::erase_if(found, [&](std::size_t number) {
+        std::array<Ppoint3, 5> outer = m_labels[number].outer;
+        if (m_rules.is3D && m_labels[number].isovalue != m_lines[line].isovalue)
+            return true;
+        return !boxes.crosses(outer.data(), boxOf(outer)) &&
+               pscanLine2D(m_lines[line].points.points[0], Ppoint_list3{5, outer.data()}) % 2 == 0;
+    });
+    return found;
+}
+
+namespace {
+
+/// What `pdiffPolygons2D` leaves, with ownership.
+std::vector<std::vector<Ppoint3>> partsOutside(std::vector<Ppoint3> &line, const ContourLabel &label) {
+    std::array<Ppoint3, 5> outer = label.outer;
+    const Ppoint_list3 polygon{5, outer.data()};
+    Ppoint_list_list3 parts{0, nullptr};
+    pdiffPolygons2D({static_cast<int>(line.size()), line.data()}, polygon, &parts);
+    std::vector<std::vector<Ppoint3>> result;
+    for (int k = 0; k < parts.numLists; ++k) {
+        const Ppoint_list3 &part = parts.lists[k];
+        result.emplace_back(part.points, part.points + part.numPoints);
+        delete[] part.points;
+    }
+    delete[] parts.lists;
+    // Without a crossing the line comes back whole, wherever it is.
+    const auto isSame = [](const Ppoint3 &a, const Ppoint3 &b) { return a.x == b.x && a.y == b.y; };
+    if (result.size() == 1 && result[0].size() == line.size() && !line.empty() &&
+        isSame(result[0].front(), line.front()) && isSame(result[0].back(), line.back()) &&
+        pscanLine2D(line.front(), polygon) % 2 != 0 && pscanLine2D(line.back(), polygon) % 2 != 0)
+        result.clear();
+    return result;
+}
+
+} // namespace
+
+std::vector<std::vector<Ppoint3>> cutAtLabels(const Ppoint_list3 &line, std::span<const ContourLabel> labels,
+                                              std::span<const std::size_t> numbers) {
+    std::vector<std::vector<Ppoint3>> parts{{line.points, line.points + line.numPoints}};
+    for (const std::size_t number : numbers) {
+        const Plimit limit = boxOf(labels[number].outer);
+        std::vector<std::vector<Ppoint3>> left;
+        for (std::vector<Ppoint3> &part : parts) {
+            if (!pintersBBox2D(boxOf(part), limit)) {
+                left.push_back(std::move(part));
+                continue;
+            }
+            for (std::vector<Ppoint3> &outside : partsOutside(part, labels[number]))
+                left.push_back(std::move(outside));
+        }
+        parts = std::move(left);
+    }
+    return parts;
+}
+
+} // namespace oravane
