@@ -1,0 +1,238 @@
+#include <oravane/PlanarPolygons.h>
+
+#include "geometry/PlanarSegments.h"
+
+#include <memory>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+using oravane::Planar;
+using oravane::planar;
+using oravane::spanOf;
+
+namespace {
+
+/// Finds the segments of a polyline near a box without a look at each: boxes of eight segments, boxes of
+/// eight such boxes, and so on.
+template <class Point>
+class SegmentTree {
+public:
+    explicit SegmentTree(std::span<const Point> line) : m_line(line) {
+        std::vector<Plimit> boxes;
+        for (std::size_t first = 0; first + 1 < line.size(); first += FAN)
+            boxes.push_back(oravane::limitOf(line.subspan(first, std::min(FAN + 1, line.size() - first))));
+        m_levels.push_back(std::move(boxes));
+        while (m_levels.back().size() > 1)
+            m_levels.push_back(unionsOf(m_levels.back()));
+    }
+
+    /// Of the whole line, which has a segment at least.
+    const Plimit &limit() const { return m_levels.back().front(); }
+
+    /// Calls `visit(k)` for each segment k whose box meets `box`, in order.
+    template <class Visit>
+    void visitNear(const Plimit &box, const Visit &visit) const {
+        descend(m_levels.size() - 1, 0, box, visit);
+    }
+
+private:
+    static constexpr std::size_t FAN = 8;
+
+    static std::vector<Plimit> unionsOf(const std::vector<Plimit> &boxes) {
+        std::vector<Plimit> unions((boxes.size() + FAN - 1) / FAN, oravane::emptyLimit());
+        for (std::size_t i = 0; i < boxes.size(); ++i) {
+            oravane::include(unions[i / FAN], boxes[i].xmin, boxes[i].ymin);
+            oravane::include(unions[i / FAN], boxes[i].xmax, boxes[i].ymax);
+        }
+        return unions;
+    }
+
+    template <class Visit>
+    void descend(std::size_t level, std::size_t index, const Plimit &box, const Visit &visit) const {
+        if (!oravane::areMeeting(m_levels[level][index], box))
+            return;
+        const std::size_t below = level > 0 ? m_levels[level - 1].size() : m_line.size() - 1;
+        const std::size_t end = std::min((index + 1) * FAN, below);
+        for (std::size_t child = index * FAN; child < end; ++child)
+            if (level > 0)
+                descend(level - 1, child, box, visit);
+            else if (oravane::areMeeting(oravane::limitOf(m_line.subspan(child, 2)), box))
+                visit(child);
+    }
+
+    std::span<const Point> m_line;
+    std::vector<std::vector<Plimit>> m_levels; ///< the last one has one box
+};
+
+struct Crossing {
+    Planar at;
+    int p, q; ///< segments
+};
+
+double squaredDistance(const Planar &a, const Planar &b) {
+    return (a.x - b.x) * (a.x - b.x) + (a.y - b.y) * (a.y - b.y);
+}
+
+/// In their order along `p`, then of segment of `q`.
+template <class Point>
+std::vector<Crossing> crossingsOf(std::span<const Point> p, std::span<const Point> q) {
+    std::vector<Crossing> crossings;
+    if (p.size() < 2 || q.size() < 2)
+        return crossings;
+    const SegmentTree<Point> tree(q);
+    oravane::anySegmentNear(p, tree.limit(), [&](std::size_t k) {
+        const Planar a = planar(p[k]), b = planar(p[k + 1]);
+        const auto first = static_cast<std::ptrdiff_t>(crossings.size());
+        tree.visitNear(oravane::limitOf(p.subspan(k, 2)), [&](std::size_t s) {
+            Planar at{};
+            if (oravane::crossSegments(a, b, planar(q[s]), planar(q[s + 1]), at))
+                crossings.push_back({at, static_cast<int>(k), static_cast<int>(s)});
+        });
+        std::stable_sort(crossings.begin() + first, crossings.end(),
+                         [&a](const Crossing &left, const Crossing &right) {
+                             return squaredDistance(left.at, a) < squaredDistance(right.at, a);
+                         });
+        return false;
+    });
+    return crossings;
+}
+
+/// The point at `at` of the segment `a`-`b`.
+Ppoint pointOn(const Ppoint &, const Ppoint &, const Planar &at) {
+    return {static_cast<float>(at.x), static_cast<float>(at.y)};
+}
+Ppoint3 pointOn(const Ppoint3 &a, const Ppoint3 &b, const Planar &at) {
+    double t = 0;
+    if (a.x != b.x)
+        t = (at.x - a.x) / (static_cast<double>(b.x) - a.x);
+    else if (a.y != b.y)
+        t = (at.y - a.y) / (static_cast<double>(b.y) - a.y);
+    const double z = a.z + t * (static_cast<double>(b.z) - a.z);
+    return {static_cast<float>(at.x), static_cast<float>(at.y), static_cast<float>(z)};
+}
+
+/// The capacity of arrays that held `capacity` entries and have to hold `count`.
+int doubledUpTo(int capacity, int count) {
+    if (count <= capacity)
+        return capacity;
+    long long room = std::max(capacity, 1);
+    while (room < count)
+        room *= 2;
+    return static_cast<int>(std::min<long long>(room, std::numeric_limits<int>::max()));
+}
+
+/// Gives `array`, of `capacity` entries or null, `room` entries. What it held is lost.
+template <class T>
+void makeRoom(T *&array, int capacity, int room) {
+    if (array && room <= capacity)
+        return;
+    auto larger = std::make_unique_for_overwrite<T[]>(static_cast<std::size_t>(room));
+    delete[] array;
+    array = larger.release();
+}
+
+template <class List>
+int intersect(const List &p, const List &q, int *capacity, List *out, int **indexP, int **indexQ) {
+    const auto line = spanOf(q.points, q.numPoints);
+    const std::vector<Crossing> crossings = crossingsOf(spanOf(p.points, p.numPoints), line);
+    const int count = static_cast<int>(crossings.size());
+    if (!capacity)
+        return count;
+    const int room = doubledUpTo(*capacity, count);
+    if (out) {
+        makeRoom(out->points, *capacity, room);
+        out->numPoints = count;
+        for (int i = 0; i < count; ++i)
+            out->points[i] = pointOn(line[crossings[i].q], line[crossings[i].q + 1], crossings[i].at);
+    }
+    for (int **const index : {indexP, indexQ})
+        if (index) {
+            makeRoom(*index, *capacity, room);
+            for (int i = 0; i < count; ++i)
+                (*index)[i] = index == indexP ? crossings[i].p : crossings[i].q;
+        }
+    *capacity = room;
+    return count;
+}
+
+/// Number of a crossing, or NONE for an end of the line.
+struct Piece {
+    static constexpr int NONE = -1;
+    int from, to;
+};
+
+std::vector<Piece> piecesOutside(int numCrossings, bool startsInside) {
+    if (numCrossings == 0)
+        return {{Piece::NONE, Piece::NONE}};
+    std::vector<Piece> pieces;
+    if (!startsInside)
+        pieces.push_back({Piece::NONE, 0});
+    for (int i = startsInside ? 0 : 1; i < numCrossings; i += 2)
+        pieces.push_back({i, i + 1 < numCrossings ? i + 1 : Piece::NONE});
+    return pieces;
+}
+
+template <class Point>
+struct PiecePoints {
+    std::unique_ptr<Point[]> points;
+    int count;
+};
+
+template <class Point>
+PiecePoints<Point> pointsOf(const Piece &piece, std::span<const Point> line,
+                            const std::vector<Crossing> &crossings) {
+    const auto pointAt = [&](int crossing) {
+        const Crossing &c = crossings[crossing];
+        return pointOn(line[c.p], line[c.p + 1], c.at);
+    };
+    const std::size_t first = piece.from == Piece::NONE ? 0 : crossings[piece.from].p + 1;
+    const std::size_t end = piece.to == Piece::NONE ? line.size() : crossings[piece.to].p + 1;
+    auto points = std::make_unique_for_overwrite<Point[]>(end - first + 2);
+    Point *next = points.get();
+    if (piece.from != Piece::NONE)
+        *next++ = pointAt(piece.from);
+    next = std::copy(line.begin() + first, line.begin() + end, next);
+    if (piece.to != Piece::NONE)
+        *next++ = pointAt(piece.to);
+    const int count = static_cast<int>(next - points.get());
+    return {std::move(points), count};
+}
+
+template <class List, class Lists>
+void subtract(const List &p, const List &q, Lists *out) {
+    if (!out)
+        return;
+    const auto line = spanOf(p.points, p.numPoints), polygon = spanOf(q.points, q.numPoints);
+    const std::vector<Crossing> crossings = crossingsOf(line, polygon);
+    const auto isClosed = [&] { return planar(polygon.front()) == planar(polygon.back()); };
+    const bool startsInside = !crossings.empty() && isClosed() && pscanLine2D(line.front(), q) % 2 != 0;
+    const std::vector<Piece> pieces = piecesOutside(static_cast<int>(crossings.size()), startsInside);
+
+    auto lists = std::make_unique<List[]>(pieces.size());
+    std::vector<PiecePoints<std::remove_pointer_t<decltype(p.points)>>> made;
+    made.reserve(pieces.size());
+    for (const Piece &piece : pieces)
+        made.push_back(pointsOf(piece, line, crossings));
+    for (std::size_t i = 0; i < pieces.size(); ++i)
+        lists[i] = {made[i].count, made[i].points.release()};
+    *out = {static_cast<int>(pieces.size()), lists.release()};
+}
+
+} // namespace
+
+int pintersPolygons2D(const Ppoint_list &p, const Ppoint_list &q, int *capacity, Ppoint_list *out,
+                      int **indexP, int **indexQ) {
+    return intersect(p, q, capacity, out, indexP, indexQ);
+}
+int pintersPolygons2D(const Ppoint_list3 &p, const Ppoint_list3 &q, int *capacity, Ppoint_list3 *out,
+                      int **indexP, int **indexQ) {
+    return intersect(p, q, capacity, out, indexP, indexQ);
+}
+
+void pdiffPolygons2D(const Ppoint_list &p, const Ppoint_list &q, Ppoint_list_list *out) {
+    subtract(p, q, out);
+}
+void pdiffPolygons2D(const Ppoint_list3 &p, const Ppoint_list3 &q, Ppoint_list_list3 *out) {
+    subtract(p, q, out);
+}
