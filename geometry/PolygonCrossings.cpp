@@ -211,6 +211,7 @@ void subtract(const List &p, const List &q, Lists *out) {
 
     auto lists = std::make_unique<List[]>(pieces.size());
     std::vector<PiecePoints<std::remove_pointer_t<decltype(p.points)>>> made;
+    made.reserve(pieces.size());
     for (const Piece &piece : pieces)
         made.push_back(pointsOf(piece, line, crossings));
     for (std::size_t i = 0; i < pieces.size(); ++i)

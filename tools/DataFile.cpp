@@ -157,6 +157,18 @@ std::vector<int> parseDims(const Keys &keys, const std::string &path) {
     return dims;
 }
 
+/// Splits a line of a table at its commas.
+std::vector<std::string> valuesOf(std::string_view line) {
+    std::vector<std::string> values;
+    for (bool isLast = false; !isLast;) {
+        const std::size_t comma = line.find(',');
+        isLast = comma == line.npos;
+        values.emplace_back(trimmed(line.substr(0, comma)));
+        line.remove_prefix(isLast ? line.size() : comma + 1);
+    }
+    return values;
+}
+
 } // namespace
 
 GridFile readGridFile(const std::string &path) {
@@ -200,6 +212,58 @@ RawFile readRawFile(const std::string &path) {
     for (const ArrayLine &line : lines)
         file.arrays[line.name] = arrayFrom(bytes, line, path);
     return file;
+}
+
+std::vector<std::string> TableFile::texts(const std::string &name) const {
+    const auto found = std::find(names.begin(), names.end(), name);
+    if (found == names.end())
+        fail(path, "there is no column \"" + name + "\"");
+    std::vector<std::string> column;
+    for (const std::vector<std::string> &row : rows)
+        column.push_back(row[found - names.begin()]);
+    return column;
+}
+
+std::vector<float> TableFile::numbers(const std::string &name) const {
+    const auto numberFrom = [&](const std::string &text) {
+        const std::optional<float> number = numberOf<float>(text);
+        if (!number)
+            fail(path, "not a number in column \"" + name + "\": " + text);
+        return *number;
+    };
+    const std::vector<std::string> column = texts(name);
+    std::vector<float> values(column.size());
+    std::transform(column.begin(), column.end(), values.begin(), numberFrom);
+    return values;
+}
+
+TableFile readTableFile(const std::string &path) {
+    const std::string content = contentOf(path);
+    TableFile table;
+    table.path = path;
+    Keys keys;
+    int lineNumber = 0;
+    for (std::string_view text = content; !text.empty();) {
+        const std::string_view line = trimmed(nextLine(text));
+        ++lineNumber;
+        if (line.starts_with('#'))
+            addKey(keys, line.substr(1));
+        else if (table.names.empty() && !line.empty())
+            table.names = valuesOf(line);
+        else if (!line.empty())
+            table.rows.push_back(valuesOf(line));
+        if (!table.rows.empty() && table.rows.back().size() != table.names.size())
+            fail(path, "line " + std::to_string(lineNumber) + " has not " +
+                           std::to_string(table.names.size()) + " values but " +
+                           std::to_string(table.rows.back().size()));
+    }
+    if (table.names.empty())
+        fail(path, "the line of column names is missing");
+    for (const std::string &name : table.names)
+        if (std::count(table.names.begin(), table.names.end(), name) > 1)
+            fail(path, "two columns are named \"" + name + "\"");
+    table.missing = optional(keys, "missing");
+    return table;
 }
 
 } // namespace oravane

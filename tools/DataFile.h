@@ -49,6 +49,27 @@ struct RawFile {
 /// like `readGridFile`.
 RawFile readRawFile(const std::string &path);
 
+/// A table of the files `NAME.csv` of examples/data: lines that begin with `#` are comments, of which `#
+/// missing: value` may name the value that stands for "no data"; then one line of column names, then the
+/// rows. Commas stand between values only. What a column holds (numbers, dates, words) is for the reader to
+/// know.
+struct TableFile {
+    std::string path; ///< for the message of a refusal
+    std::vector<std::string> names;
+    std::vector<std::vector<std::string>> rows; ///< as many texts each as there are names
+    std::optional<float> missing;
+
+    /// Column `name` as it stands in the file. Throws when there is none.
+    std::vector<std::string> texts(const std::string &name) const;
+
+    /// Column `name` as numbers, missing ones as the file has them. Throws when there is no such column, or
+    /// when a value in it is no number.
+    std::vector<float> numbers(const std::string &name) const;
+};
+
+/// Throws like `readGridFile`, also when a row has too few or too many values, or two columns share a name.
+TableFile readTableFile(const std::string &path);
+
 } // namespace oravane
 
 #endif

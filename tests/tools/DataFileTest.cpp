@@ -109,4 +109,60 @@ TEST(RawFile, FaultsAreNamedWithTheFile) {
               "cannot read " + folder.path("b.raw") + ": no such file");
 }
 
+TEST(TableFile, ColumnsAreFoundByName) {
+    const TemporaryFolder folder;
+    const auto table = oravane::readTableFile(folder.write(
+        "a.csv", "# A table\n# missing: -9999\nday,temp, wind\r\n2012-01-02,-2.5,-9999\r\n\n,3,1e1"));
+    EXPECT_EQ(table.names, (std::vector<std::string>{"day", "temp", "wind"}));
+    EXPECT_EQ(table.texts("day"), (std::vector<std::string>{"2012-01-02", ""}));
+    EXPECT_EQ(table.numbers("temp"), (std::vector<float>{-2.5f, 3}));
+    EXPECT_EQ(table.numbers("wind"), (std::vector<float>{-9999, 10}));
+    EXPECT_EQ(table.missing, -9999.0f);
+    const std::string start = "cannot read " + folder.path("a.csv") + ": ";
+    EXPECT_EQ(refusalOf([&] { table.texts("Temp"); }), start + "there is no column \"Temp\"");
+    EXPECT_EQ(refusalOf([&] { table.numbers("day"); }), start + "not a number in column \"day\": 2012-01-02");
+}
+
+TEST(TableFile, FaultsAreNamedWithTheFile) {
+    const std::vector<Fault> faults{
+        {"", "the line of column names is missing"},
+        {"# a,b\n\n", "the line of column names is missing"},
+        {"# a table\na,b\n1,2\n3\n", "line 4 has not 2 values but 1"},
+        {"a,b\n1,2,\n", "line 2 has not 2 values but 3"},
+        {"a,b,a\n", "two columns are named \"a\""},
+    };
+    expectFaults(TemporaryFolder(), faults, oravane::readTableFile);
+}
+
+/// The extremes of an array, of those values that are there.
+std::array<float, 2> rangeOf(const std::vector<float> &values, float missing) {
+    std::array<float, 2> range{1e30f, -1e30f};
+    for (const float value : values)
+        if (value != missing)
+            range = {std::min(range[0], value), std::max(range[1], value)};
+    return range;
+}
+
+TEST(DataOfTheExamples, IsWhatItsHeadersState) {
+    const std::string folder = ORAVANE_SOURCE_DIR "/examples/data/";
+    const RawFile bay = oravane::readRawFile(folder + "tri2d_chesapeake_bay.hdr");
+    const std::vector<int> &cells = bay.arrays.at("cells").ints;
+    EXPECT_EQ(bay.arrays.at("points").floats.size(), 2u * 7258);
+    EXPECT_EQ(cells.size(), 3u * 13044);
+    EXPECT_EQ(*std::min_element(cells.begin(), cells.end()), 0);
+    EXPECT_EQ(*std::max_element(cells.begin(), cells.end()), 7257);
+    EXPECT_EQ(rangeOf(bay.arrays.at("depth").floats, -9999), (std::array{2.0f, 35.2489014f}));
+
+    const RawFile ocean = oravane::readRawFile(folder + "curv2d_ocean_pop.hdr");
+    EXPECT_EQ(ocean.dims, (std::vector<int>{160, 182}));
+    EXPECT_EQ(ocean.keys.at("missing"), "-9999");
+    EXPECT_EQ(rangeOf(ocean.arrays.at("points").floats, -9999), (std::array{-78.9528961f, 319.147736f}));
+    EXPECT_EQ(rangeOf(ocean.arrays.at("temperature").floats, -9999), (std::array{-1.8987534f, 31.1261768f}));
+
+    const auto stations = oravane::readTableFile(folder + "scatter2d_stations_1995.csv");
+    EXPECT_EQ(stations.rows.size(), 1042u);
+    EXPECT_EQ(stations.missing, -9999.0f);
+    EXPECT_EQ(rangeOf(stations.numbers("slp"), *stations.missing), (std::array{996.0f, 1030.2f}));
+}
+
 } // namespace
