@@ -101,6 +101,11 @@ protected:
     void setXYGeometry(int numNodes, const float *x, const float *y, const float *z, int numCells,
                        const int *cellIndex, const int *cellSizes);
 
+    /// Whether these can be nodes.
+    static bool acceptNodes(int numNodes, const float *x, const float *y) {
+        return numNodes == 0 || (numNodes > 0 && x && y);
+    }
+
     /// Replaces the nodes, and the cells by own ones of the fixed size, in either mode.
     void setNodesAndOwnCells(int numNodes, const float *x, const float *y, std::span<const int> cellIndex);
 
@@ -117,9 +122,6 @@ protected:
                                               PbArrayOfInt &testedCells) override;
 
 private:
-    static bool acceptNodes(int numNodes, const float *x, const float *y) {
-        return numNodes == 0 || (numNodes > 0 && x && y);
-    }
     bool acceptCellSizes(int numCells, const int *cellSizes, long long &total) const;
     void copyGeometry(const PbIndexedMesh2D &source);
     void storeNodes(int numNodes, const float *x, const float *y);

@@ -146,6 +146,30 @@ TEST(PbIndexedMesh2D, CopiesAreWholeInBothModesAndAcrossKinds) {
     EXPECT_EQ(cells[1][1], 5);
 }
 
+TEST(PbTriangleMesh2D, TriangulatesPointsAloneInBothModes) {
+    // A square with a point inside, one of its corners twice, and a point nowhere.
+    const float x[] = {0, 2, 2, 0, 1, 2, test::NOT_A_NUMBER}, y[] = {0, 0, 2, 2, 1, 2, 0};
+    for (const int isDataDuplicate : {0, 1}) {
+        PbTriangleMesh2D mesh(7, x, y, x, 0, nullptr, isDataDuplicate);
+        mesh.setElemOrientation(PbIndexedMesh2D::ORIENT_BY_FLAGS);
+        mesh.setGeometry(7, x, y);
+        EXPECT_EQ(mesh.getNumNodes(), 7);
+        ASSERT_EQ(mesh.getNumCells(), 4);
+        EXPECT_EQ(mesh.getZcoord(), nullptr);
+        EXPECT_FLOAT_EQ(mesh.getArea(), 4);
+        for (int cell = 0; cell < 4; ++cell)
+            EXPECT_EQ(mesh.getOrientFlags()[cell], 1);
+        EXPECT_EQ(ownersOf(mesh, 4).size(), 4u);
+        EXPECT_EQ(ownersOf(mesh, 5), Ints()) << "a copy of point 2";
+        const PbTriangleMesh2D copied(mesh);
+        mesh.setGeometry(4, y, y); // on one line
+        EXPECT_EQ(mesh.getNumCells(), 0);
+        EXPECT_EQ(copied.getCell(3)->getNumNodes(), 3) << "the triangles of a copy are its own";
+        mesh.setGeometry(-1, x, y);
+        EXPECT_EQ(mesh.getNumNodes(), 4) << "refused";
+    }
+}
+
 TEST(PbIndexedMesh2D, NewNodesAloneKeepTheMeshReadable) {
     const Sample s;
     PbIndexedMesh2D mesh(7, s.x, s.y, s.z, 3, s.nodes, s.sizes, 1);
