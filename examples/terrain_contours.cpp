@@ -15,13 +15,13 @@ int main(int argc, char **argv) {
     return oravane::runExample(argc, argv, [](oravane::Example &example) {
         PoBase::init();
         const auto terrain = readTerrain(example, 1, false);
-        SoSeparator *scene = newMapScene(*terrain);
+        SoSeparator *scene = newMapScene(terrain->getBoundingBox());
         scene->ref();
         scene->addChild(newHeightColors());
         auto *levels = new PoIsovaluesList;
         levels->setRegularIsoList(600.0f, 2560.0f, 99);
         scene->addChild(levels);
-        scene->addChild(newMapDomain(*terrain));
+        scene->addChild(newMapDomain(terrain->getBoundingBox()));
         auto *format = new PoNumericDisplayFormat;
         format->formatType = PbNumericDisplayFormat::INTEGER_FORMAT;
         scene->addChild(format);

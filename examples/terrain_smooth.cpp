@@ -10,7 +10,7 @@ int main(int argc, char **argv) {
     return oravane::runExample(argc, argv, [](oravane::Example &example) {
         PoBase::init();
         const auto terrain = readTerrain(example, 1, false);
-        SoSeparator *scene = newMapScene(*terrain);
+        SoSeparator *scene = newMapScene(terrain->getBoundingBox());
         scene->ref();
         scene->addChild(newHeightColors());
         auto *surface = new PoMeshFilled;

@@ -1,0 +1,92 @@
+#include "Gallery.h"
+
+#include "tools/HeadlessRenderer.h"
+
+#include <oravane/PoDomain.h>
+#include <oravane/SoPSVectorOutput.h>
+#include <oravane/SoVectorizePSAction.h>
+
+#include <Inventor/nodes/SoDepthBuffer.h>
+#include <Inventor/nodes/SoOrthographicCamera.h>
+#include <Inventor/nodes/SoSeparator.h>
+
+#include <algorithm>
+#include <cmath>
+#include <stdexcept>
+
+PageOptions mapSheet(const SbBox2f &box) {
+    const SbVec2f size = box.getSize();
+    PageOptions sheet;
+    sheet.isLandscape = size[0] > size[1];
+    if (sheet.isLandscape)
+        std::swap(sheet.width, sheet.height);
+    const float scale = std::min(sheet.width / size[0], sheet.height / size[1]);
+    sheet.width = std::round(scale * size[0]);
+    sheet.height = std::round(scale * size[1]);
+    return sheet;
+}
+
+SoSeparator *newMapScene(const SbBox2f &box) {
+    const SbVec2f center = box.getCenter(), size = box.getSize();
+    auto *camera = new SoOrthographicCamera;
+    camera->position.setValue(center[0], center[1], 10000);
+    camera->height = std::min(size[0], size[1]); // on an upright sheet the camera takes it for the width
+    camera->nearDistance = 1;
+    camera->farDistance = 20000;
+    auto *scene = new SoSeparator;
+    scene->addChild(camera);
+    return scene;
+}
+
+PoDomain *newMapDomain(const SbBox2f &box) {
+    const SbVec2f center = box.getCenter(), size = box.getSize();
+    const float half = std::max(size[0], size[1]) / 2;
+    auto *domain = new PoDomain;
+    domain->min.setValue(center[0] - half, center[1] - half, -half);
+    domain->max.setValue(center[0] + half, center[1] + half, half);
+    return domain;
+}
+
+void writePageAndPicture(oravane::Example &example, const std::string &name, SoNode *scene,
+                         const PageOptions &options) {
+    constexpr float PIXELS_PER_MILLIMETER = 5;
+    SoVectorizePSAction page;
+    const SbVec2f start(10, 10), size(options.width, options.height);
+    page.setStartPosition(start, SoVectorizeAction::MILLIMETER);
+    page.setDrawingDimensions(size, SoVectorizeAction::MILLIMETER);
+    page.setHLHSRMode(static_cast<SoVectorizeAction::HLHSRMode>(options.hiddenSurfaceMode));
+    page.enableLighting(options.isLit);
+    page.setOrientation(options.isLandscape ? SoVectorizeAction::LANDSCAPE : SoVectorizeAction::PORTRAIT);
+    // A line of width 1 is as wide on the page as a pixel of the picture.
+    page.setNominalWidth(1 / PIXELS_PER_MILLIMETER, SoVectorizeAction::MILLIMETER);
+    page.setBorder(1, SbColor(0.3f, 0.3f, 0.3f));
+    const std::string file = example.outFile(name + ".ps");
+    if (!page.getOutput()->openFile(file.c_str()))
+        throw std::runtime_error("cannot write " + file);
+    if (options.overlay) {
+        page.beginPage(SbVec2f(0, 0), SbVec2f(210, 297), SoVectorizeAction::MILLIMETER);
+        page.apply(scene);
+        page.setHLHSRMode(SoVectorizeAction::HLHSR_NONE);
+        page.apply(options.overlay);
+        page.endPage();
+    } else {
+        page.apply(scene);
+    }
+    page.getOutput()->closeFile();
+
+    auto *picture = new SoSeparator;
+    picture->ref();
+    picture->addChild(scene);
+    if (options.overlay) {
+        auto *onTop = new SoDepthBuffer;
+        onTop->test = FALSE;
+        picture->addChild(onTop);
+        picture->addChild(options.overlay);
+    }
+    oravane::HeadlessRenderer renderer;
+    oravane::writePng(example.outFile(name + ".png"),
+                      renderer.render(picture,
+                                      static_cast<int>(std::lround(options.width * PIXELS_PER_MILLIMETER)),
+                                      static_cast<int>(std::lround(options.height * PIXELS_PER_MILLIMETER))));
+    picture->unref();
+}

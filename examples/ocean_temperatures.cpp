@@ -1,0 +1,91 @@
+// Surface temperatures of the oceans on the curvilinear grid of an ocean model, whose pole is in Greenland.
+// Land has no values: cells there are left out.
+#include "Gallery.h"
+
+#include "tools/DataFile.h"
+
+#include <oravane/PbCartesianGrid2D.h>
+#include <oravane/PoDomain.h>
+#include <oravane/PoIsovaluesList.h>
+#include <oravane/PoMeshContouring.h>
+#include <oravane/PoMeshFilled.h>
+#include <oravane/PoNonLinearDataMapping2.h>
+#include <oravane/PoNumericDisplayFormat.h>
+
+#include <Inventor/nodes/SoSeparator.h>
+
+#include <limits>
+
+namespace {
+
+/// Longitudes and latitudes as they are; the temperatures are value set 0, NaN on land.
+void readOcean(const oravane::Example &example, PbCartesianGrid2D &grid) {
+    const oravane::RawFile file = oravane::readRawFile(example.dataFile("curv2d_ocean_pop.hdr"));
+    const std::vector<float> &points = file.arrays.at("points").floats;
+    std::vector<float> x, y, temperatures = file.arrays.at("temperature").floats;
+    for (std::size_t k = 0; k < points.size(); k += 2) {
+        x.push_back(points[k]);
+        y.push_back(points[k + 1]);
+    }
+    for (float &temperature : temperatures)
+        if (temperature < -100)
+            temperature = std::numeric_limits<float>::quiet_NaN();
+    grid.setGeometry(file.dims[1], file.dims[0], x.data(), y.data());
+    grid.addValuesSet(0, temperatures.data());
+}
+
+PoDataMapping *newTemperatureColors() {
+    const float values[] = {-4, 4, 12, 20, 26, 32};
+    const SbColor colors[] = {{0.25f, 0.25f, 0.55f}, {0.30f, 0.55f, 0.80f}, {0.55f, 0.82f, 0.80f},
+                              {0.95f, 0.93f, 0.65f}, {0.93f, 0.62f, 0.35f}, {0.72f, 0.20f, 0.20f}};
+    auto *mapping = new PoNonLinearDataMapping2;
+    mapping->type = PoNonLinearDataMapping2::LINEAR_PER_LEVEL;
+    mapping->value.setValues(0, 6, values);
+    mapping->color.setValues(0, 6, colors);
+    return mapping;
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    return oravane::runExample(argc, argv, [](oravane::Example &example) {
+        PoBase::init();
+        PbCartesianGrid2D ocean(1);
+        readOcean(example, ocean);
+        const SbBox2f box = ocean.getBoundingBox();
+        SoSeparator *scene = newMapScene(box);
+        scene->ref();
+        scene->addChild(newTemperatureColors());
+        scene->addChild(newMapDomain(box));
+        auto *levels = new PoIsovaluesList;
+        levels->setRegularIsoList(-4.0f, 32.0f, 19);
+        scene->addChild(levels);
+        auto *format = new PoNumericDisplayFormat;
+        format->formatType = PbNumericDisplayFormat::INTEGER_FORMAT;
+        scene->addChild(format);
+
+        auto *bands = new PoMeshFilled;
+        bands->setMesh(&ocean);
+        bands->valuesIndex = 0;
+        bands->coloringType = PoMesh::COLOR_CONTOURING;
+        bands->set("appearance.lightModel { model BASE_COLOR }");
+        scene->addChild(bands);
+        auto *lines = new PoMeshContouring;
+        lines->setMesh(&ocean);
+        lines->valuesIndex = 0;
+        lines->majorPeriod = 2;
+        lines->firstMajor = 1;
+        lines->annotIsVisible = TRUE;
+        lines->annotIsContourClip = TRUE;
+        lines->annotCrossStatus = PoMeshContouring::DONT_CROSS_CONTOUR;
+        lines->annotGap = 0.2f;
+        lines->annotFontSize = 0.01f;
+        lines->set("majorContourLineApp.material { diffuseColor 0.15 0.15 0.2 }"
+                   "minorContourLineApp.material { diffuseColor 0.4 0.4 0.45 }"
+                   "minorContourLineApp.drawStyle { lineWidth 0.6 }"
+                   "annotTextApp.material { diffuseColor 0.1 0.1 0.15 }");
+        scene->addChild(lines);
+        writePageAndPicture(example, "ocean_temperatures", scene, mapSheet(box));
+        scene->unref();
+    });
+}
