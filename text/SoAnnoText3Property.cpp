@@ -18,7 +18,7 @@ void SoAnnoText3Property::initClass() {
 
 SoAnnoText3Property::SoAnnoText3Property() {
     SO_NODE_CONSTRUCTOR(SoAnnoText3Property);
-    SO_NODE_ADD_FIELD(renderPrintType, (SoAnnoText3RenderPrintElement::getDefault()));
+    SO_NODE_ADD_FIELD(renderPrintType, (RENDER3D_PRINT_RASTER));
     SO_NODE_ADD_FIELD(fontSizeHint, (SoAnnoText3FontSizeHintElement::getDefault()));
     SO_NODE_ADD_FIELD(isOriented, (SoAnnoText3CharOrientElement::getDefault()));
     SO_NODE_DEFINE_ENUM_VALUE(RenderPrintType, RENDER3D_PRINT_VECTOR);

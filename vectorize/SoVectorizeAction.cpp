@@ -396,7 +396,8 @@ void SoVectorizeAction::printTextLines(SbVec4f point, const SbColor &color, cons
                                        int justification, float angle) {
     for (int i = 0; i < numStrings; ++i) {
         printText2(point, color, fontName, size, strings[i].getString(), justification, angle);
-        point[1] -= m_nominalWidth * size * spacing;
+        point[0] += std::sin(angle) * m_nominalWidth * size * spacing;
+        point[1] -= std::cos(angle) * m_nominalWidth * size * spacing;
     }
 }
 

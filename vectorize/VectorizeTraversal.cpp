@@ -115,6 +115,10 @@ SoVectorizeAction::Traversal::annoText3Callback(void *self, SoCallbackAction *ac
 }
 
 void SoVectorizeAction::Traversal::registerCallbacks(SoCallbackAction &action) {
+    // Labels can be searched and selected unless the scene wants otherwise.
+    SoAnnoText3RenderPrintElement::set(action.getState(),
+                                       SoAnnoText3RenderPrintElement::RENDER3D_PRINT_RASTER);
+    SoAnnoText3CharOrientElement::set(action.getState(), TRUE);
     const SoType shape = SoShape::getClassTypeId();
     action.addPreCallback(SoCamera::getClassTypeId(), nodeCallback<&Traversal::fitCamera>, this);
     action.addTriangleCallback(shape, triangleCallback, this);
@@ -427,9 +431,11 @@ SoVectorizeAction::Traversal::computeFontSizeAngleViewing(float size) const {
         point /= point[3];
     }
     TextView view{0, 0};
+    // The direction on the page: in the coordinates of the view, a drawing that is not square would turn
+    // labels off the lines that they follow.
+    m_action.projectPoints(points.data(), static_cast<int>(points.size()));
     if (SoAnnoText3CharOrientElement::get(state))
         view.angle = std::atan2(points[1][1] - points[0][1], points[1][0] - points[0][0]);
-    m_action.projectPoints(points.data(), static_cast<int>(points.size()));
     const auto lengthTo = [&](int i) {
         return std::hypot(points[i][0] - points[0][0], points[i][1] - points[0][1]);
     };

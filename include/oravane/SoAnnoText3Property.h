@@ -14,12 +14,12 @@
 /// the screen.
 ///
 /// \code
-///   SoAnnoText3Property { renderPrintType RENDER3D_PRINT_RASTER }   # text that can be searched and selected
+///   SoAnnoText3Property { renderPrintType RENDER3D_PRINT_VECTOR }   # letters as polygons
 /// \endcode
 ///
-/// A page draws text along a straight line at one size, each line below the one before on the page. That is
-/// what the screen shows of text that faces the viewer upright; text in perspective keeps its place, size and
-/// direction at its origin.
+/// Without this node a page holds text proper, which can be searched and selected. It draws text along a
+/// straight line at one size: what the screen shows of text that faces the viewer. Text in perspective keeps
+/// its place, size and direction at its origin.
 class ORAVANE_API SoAnnoText3Property : public SoNode {
     SO_NODE_HEADER(SoAnnoText3Property);
 
@@ -39,7 +39,7 @@ public:
         FIT_TEXT_VECTOR = SoAnnoText3FontSizeHintElement::FIT_TEXT_VECTOR,
     };
 
-    PoSFEnum renderPrintType; ///< default RENDER3D_PRINT_VECTOR
+    PoSFEnum renderPrintType; ///< default RENDER3D_PRINT_RASTER
     PoSFEnum fontSizeHint;    ///< default FIT_TEXT_VECTOR
     SoSFBool isOriented;      ///< text proper follows the direction of x on the page; default TRUE
 

@@ -196,8 +196,11 @@ TEST(SoVectorizeAction, AnnotationTextByPrintType) {
                              "SoAnnoText3 { string [ \"I\", \"b\" ] justification RIGHT spacing 2 } ";
     const Scene letters(view(text));
     action.apply(letters);
+    EXPECT_EQ(action.kinds(), "text1 text1 ") << "text, when the scene says nothing";
+    const Scene drawnLetters(view(type + "0 } " + text));
+    action.apply(drawnLetters);
     const std::string polygons = action.kinds();
-    EXPECT_EQ(polygons.find("polygon3 polygon3 "), 0) << "the letters are drawn at first";
+    EXPECT_EQ(polygons.find("polygon3 polygon3 "), 0);
     for (const auto mode : {Action::HLHSR_NONE, Action::HLHSR_Z_SORT}) {
         action.setHLHSRMode(mode);
         draw(action, type + "0 } " + text, polygons);
