@@ -29,7 +29,8 @@ namespace oravane {
 /// holds the new point make up a star-shaped cavity, which a fan around the point fills (A. Bowyer and D. F.
 /// Watson, both in The Computer Journal 24, 1981). The outside of the hull is made of triangles too: each
 /// edge of the hull has one to a vertex at infinity, and its circle is the half plane beyond the edge. The
-/// cost is nearly proportional to the number of points, with about 80 bytes of memory a point.
+/// cost is nearly proportional to the number of points, with about 80 bytes of memory a point beside the
+/// result.
 class Delaunay {
 public:
     /// Triangulates; `x` and `y` have the same length, below 2^29 (there are no triangles beyond that). They

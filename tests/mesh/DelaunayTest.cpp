@@ -9,10 +9,13 @@
 #include <bit>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 #include <map>
-#include <memory>
 #include <random>
 #include <set>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -168,63 +171,61 @@ Points listOf(int count, Make make) {
     return points;
 }
 
-std::mt19937 random(1);
+std::mt19937 numbers(1);
 
 int whole(int below) {
-    return static_cast<int>(random() % below);
+    return static_cast<int>(numbers() % below);
+}
+
+double real() {
+    return static_cast<double>(numbers()) * 0x1p-32;
 }
 
 std::map<std::string, Points> awkwardPoints() {
-    const auto real = [&] { return static_cast<double>(random()) * 0x1p-32; };
-    const auto anyFloat = [&] { return std::bit_cast<float>(static_cast<std::uint32_t>(random())); };
-    const auto onCircle = [&](int i) { return std::pair(std::cos(i * 0.1), std::sin(i * 0.1)); };
+    const auto anyFloat = [] { return std::bit_cast<float>(static_cast<std::uint32_t>(numbers())); };
+    const auto onCircle = [](int i) { return std::pair(std::cos(i * 0.1), std::sin(i * 0.1)); };
+    const auto onWholeCircle = [](int i) {
+        const int x = i / 65 - 32, y = i % 65 - 32;
+        return x * x + y * y == 25 * 25 ? std::pair(x, y) : std::pair(0, 25);
+    };
+    const auto onLineOfAllScales = [](int i) {
+        return std::pair(std::ldexp(1, 2 * i - 90), std::ldexp(i % 4 ? 3 : 3 + 0x1p-22, 2 * i - 90));
+    };
+    const auto nearAndFar = [](int i) {
+        const double scale = i % 3 == 0 ? 1 : i % 3 == 1 ? 1e-7 : 1e-14;
+        return std::pair(0.5 + scale * (real() - 0.5), scale * (real() - 0.5));
+    };
+    const auto extreme = [](int i) {
+        return std::pair((whole(3) - 1) * (i % 2 ? largest : denormal), (whole(3) - 1) * largest);
+    };
+    const auto clustered = [](int i) { return std::pair(i % 7 + 1e-4 * real(), i % 5 + 1e-6 * real()); };
     return {
         {"triangle", {{0, 0}, {0, 1}, {1, 0}}},
         {"square", {{0, 0}, {0, 1}, {1, 0}, {1, 1}}},
         {"lattice", listOf(400, [](int i) { return std::pair(i * 7 % 400 / 20, i * 7 % 20); })},
-        {"a side on an axis",
+        {"side on an axis",
          listOf(60, [](int i) { return i < 50 ? std::pair(i, 0) : std::pair(5, i - 70); })},
         {"all but one on a line", listOf(60, [](int i) { return std::pair(i, i == 30 ? 31 : i); })},
-        {"whole points on one circle", listOf(65 * 65,
-                                              [](int i) {
-                                                  const int x = i / 65 - 32, y = i % 65 - 32;
-                                                  return x * x + y * y == 25 * 25 ? std::pair(x, y)
-                                                                                  : std::pair(0, 25);
-                                              })},
+        {"nearly on a line", listOf(99, [](int i) { return std::pair(i * 0.1, i * 0.3); })},
+        {"line of all scales", listOf(90, onLineOfAllScales)},
+        {"whole points on one circle", listOf(65 * 65, onWholeCircle)},
         {"rounded points on a circle", listOf(62, onCircle)},
         {"circle with a centre", listOf(63, [&](int i) { return i < 62 ? onCircle(i) : std::pair(0., 0.); })},
-        {"nearly on a line", listOf(99, [](int i) { return std::pair(i * 0.1, i * 0.3); })},
+        {"a hair off a circle", {{1, 0}, {0, 1}, {-1, 0}, {0, -1}, {1e-30F, -1}, {1, 1e-20F}, {-1e-38F, 1}}},
         {"slivers at the hull",
-         {{0, 0}, {1, 0}, {0.5F, 1}, {0.5F, -1e-30F}, {0.25F, -denormal}, {0.75F, 1e-38F}}},
-        {"all scales of a line", listOf(90,
-                                        [](int i) {
-                                            return std::pair(std::ldexp(1, 2 * i - 90),
-                                                             std::ldexp(i % 4 ? 3 : 3 + 0x1p-22, 2 * i - 90));
-                                        })},
-        {"a hair beside a circle",
-         {{1, 0}, {0, 1}, {-1, 0}, {0, -1}, {1e-30F, -1}, {1, 1e-20F}, {-1e-38F, 1}}},
-        {"near and far", listOf(300,
-                                [&](int i) {
-                                    const double scale = i % 3 == 0 ? 1 : i % 3 == 1 ? 1e-7 : 1e-14;
-                                    return std::pair(0.5 + scale * (real() - 0.5), scale * (real() - 0.5));
-                                })},
-        {"far from the origin", listOf(200, [&](int) { return std::pair(1e6 + real(), -1e6 + whole(9)); })},
-        {"one far away", listOf(500, [&](int i) { return std::pair(i == 9 ? -1e30 : real(), real()); })},
-        {"denormal", listOf(99, [&](int) { return std::pair(whole(15) * denormal, whole(15) * denormal); })},
-        {"from largest to smallest",
-         listOf(90,
-                [&](int i) {
-                    return std::pair((whole(3) - 1) * (i % 2 ? largest : denormal), (whole(3) - 1) * largest);
-                })},
-        {"largest", listOf(90, [&](int) { return std::pair((2 * real() - 1) * largest, real() * largest); })},
+         {{0, 0}, {1, 0}, {0.5F, 1}, {0.5F, -1e-30F}, {0.2F, -denormal}, {0.7F, 1e-38F}}},
+        {"near and far", listOf(300, nearAndFar)},
+        {"far from the origin", listOf(200, [](int) { return std::pair(1e6 + real(), -1e6 + whole(9)); })},
+        {"one far away", listOf(500, [](int i) { return std::pair(i == 9 ? -1e30 : real(), real()); })},
+        {"denormal", listOf(99, [](int) { return std::pair(whole(15) * denormal, whole(15) * denormal); })},
+        {"from largest to smallest", listOf(90, extreme)},
+        {"largest", listOf(90, [](int) { return std::pair((2 * real() - 1) * largest, real() * largest); })},
         {"any bits", listOf(200, [&](int) { return std::pair(anyFloat(), anyFloat()); })},
         {"not finite", {{nan, 0}, {0, 0}, {1, infinite}, {1, 0}, {-infinite, nan}, {0, 2}, {nan, 1}}},
         {"signed zeros", {{0, 0}, {-0.F, 0}, {1, 0}, {0, -0.F}, {0, 1}, {1, -0.F}, {-0.F, -0.F}}},
-        {"copies", listOf(300, [&](int) { return std::pair(whole(9), whole(9)); })},
-        {"uniform", listOf(3000, [&](int) { return std::pair(real(), real()); })},
-        {"clusters",
-         listOf(3000,
-                [&](int i) { return std::pair(i % 7 + 1e-4 * real() * real(), i % 5 + 1e-6 * real()); })},
+        {"copies", listOf(300, [](int) { return std::pair(whole(9), whole(9)); })},
+        {"uniform", listOf(3000, [](int) { return std::pair(real(), real()); })},
+        {"clusters", listOf(3000, clustered)},
     };
 }
 
