@@ -14,8 +14,9 @@ Delaunay::Delaunay(std::span<const float> x, std::span<const float> y) {
         return;
     m_numbers = spatialOrder(x, y);
     m_sites.resize(m_numbers.size());
-    std::transform(m_numbers.begin(), m_numbers.end(), m_sites.begin(),
-                   [&](std::int32_t number) { return Site{x[number], y[number]}; });
+    std::transform(m_numbers.begin(), m_numbers.end(), m_sites.begin(), [&](std::int32_t number) {
+        return Site{x[number], y[number]};
+    });
     if (!findFirstTriangle())
         return;
     makeFirstTriangle();
@@ -34,22 +35,23 @@ void Delaunay::write(std::int32_t *indices) const {
 
 /// Brings three sites that turn left to the front; false when all are on one line.
 bool Delaunay::findFirstTriangle() {
-    const auto bringToFront = [this](std::size_t place, auto isFit) {
-        const auto first = m_sites.begin() + static_cast<std::ptrdiff_t>(std::min(place, m_sites.size()));
-        const auto found = std::find_if(first, m_sites.end(), isFit);
-        if (found == m_sites.end())
-            return false;
-        std::swap(m_numbers[found - m_sites.begin()], m_numbers[place]);
-        std::iter_swap(found, first);
-        return true;
+    const auto swapSites = [this](std::size_t a, std::size_t b) {
+        std::swap(m_sites[a], m_sites[b]);
+        std::swap(m_numbers[a], m_numbers[b]);
     };
-    if (m_sites.empty() || !bringToFront(1, [this](Site s) { return s != m_sites[0]; }) ||
-        !bringToFront(2, [this](Site s) { return orientation(m_sites[0], m_sites[1], s) != 0; }))
+    const auto bringTo = [&](std::size_t place, auto isFit) {
+        for (std::size_t i = place; i < m_sites.size(); ++i)
+            if (isFit(m_sites[i])) {
+                swapSites(i, place);
+                return true;
+            }
         return false;
-    if (orientation(m_sites[0], m_sites[1], m_sites[2]) < 0) {
-        std::swap(m_sites[0], m_sites[1]);
-        std::swap(m_numbers[0], m_numbers[1]);
-    }
+    };
+    if (!bringTo(1, [this](Site site) { return site != m_sites[0]; }) ||
+        !bringTo(2, [this](Site site) { return orientation(m_sites[0], m_sites[1], site) != 0; }))
+        return false;
+    if (orientation(m_sites[0], m_sites[1], m_sites[2]) < 0)
+        swapSites(0, 1);
     return true;
 }
 
@@ -83,8 +85,9 @@ void Delaunay::insert(std::int32_t number) {
     fillCavity(number);
 }
 
-/// A triangle that holds `site`, found by walking towards it from the latest one. In a Delaunay triangulation no
-/// such walk comes back to where it was. `isOnLine` is set when the site may be on a side of the triangle.
+/// A triangle that holds `site`, found by walking towards it from the latest one. In a Delaunay triangulation
+/// no such walk comes back to where it was. `isOnLine` is set when the site may be on the sides that meet at
+/// a vertex, as a copy of that vertex is.
 std::uint32_t Delaunay::locate(Site site, bool &isOnLine) const {
     const auto isBeyond = [&](Side side) {
         const double turn = orientation(m_sites[start(side)], m_sites[end(side)], site);
@@ -94,11 +97,14 @@ std::uint32_t Delaunay::locate(Site site, bool &isOnLine) const {
     Side side = 4 * m_latest; // not beyond the hull
     if (isBeyond(side))
         side = twin(side);
-    while (!isOutside(m_triangles[side / 4])) {
-        if (const Side next = nextSide(side); isBeyond(next))
-            side = twin(next);
-        else if (const Side previous = previousSide(side); isBeyond(previous))
-            side = twin(previous);
+    // Taking turns in which side comes first keeps the way from going around a vertex of many thin triangles.
+    for (bool isNextFirst = true; !isOutside(m_triangles[side / 4]); isNextFirst = !isNextFirst) {
+        const Side first = isNextFirst ? nextSide(side) : previousSide(side);
+        const Side second = isNextFirst ? previousSide(side) : nextSide(side);
+        if (isBeyond(first))
+            side = twin(first);
+        else if (isBeyond(second))
+            side = twin(second);
         else
             break;
     }
@@ -124,7 +130,7 @@ bool Delaunay::isInConflict(const Triangle &triangle, Site site) const {
     return inCircle(m_sites[a], m_sites[b], m_sites[c], site) > 0;
 }
 
-/// True for a site beyond the line of the side that the triangle has in common with the hull, or on that side.
+/// True for a site beyond the line through the side that the triangle shares with the hull, or on that side.
 bool Delaunay::isBeyondHull(const Triangle &triangle, Site site) const {
     Side side = 0;
     while (triangle.vertices[previousSide(side)] != infinity)
@@ -138,8 +144,9 @@ bool Delaunay::isBeyondHull(const Triangle &triangle, Site site) const {
     return left <= site.x && site.x <= right && low <= site.y && site.y <= high;
 }
 
-/// Collects the triangles in conflict with `site`, of which one is given. They hang together as a tree, since
-/// the cavity is star-shaped and no vertex is inside of it: no triangle is met twice.
+/// Collects the triangles whose circle holds `site`, of which one is given. They hang together as a tree,
+/// since the cavity is star-shaped and no vertex is inside of it: no triangle is met twice. Looking beyond
+/// the sides in their order gives the rim in its order.
 void Delaunay::findCavity(std::uint32_t triangle, Site site) {
     m_cavity.assign(1, triangle);
     m_rim.clear();
@@ -156,12 +163,14 @@ void Delaunay::findCavity(std::uint32_t triangle, Site site) {
     }
 }
 
-/// Replaces the cavity by a fan around the site. It takes the memory of the triangles there and two new ones.
+/// Replaces the cavity by a fan around the site, which takes the places of the cavity's triangles and two
+/// more.
 void Delaunay::fillCavity(std::int32_t number) {
     m_cavity.push_back(m_numSlots++);
     m_cavity.push_back(m_numSlots++);
-    // A triangle has the site, and then the side on the rim.
-    Side previousSpoke = 4 * m_cavity[m_rim.size() - 1] + 2;
+    // Each triangle has a spoke out (side 0), the side on the rim (1) and a spoke back (2), the next one's
+    // out.
+    Side previousSpoke = 4 * m_cavity.back() + 2;
     for (std::size_t i = 0; i < m_rim.size(); ++i) {
         const std::uint32_t made = m_cavity[i];
         const std::int32_t from = end(m_rim[i]), to = start(m_rim[i]);

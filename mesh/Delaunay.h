@@ -25,11 +25,12 @@ namespace oravane {
 /// result is a Delaunay triangulation for every input. Where more than three points are on one circle the
 /// result is one of the possible ones; it depends on the coordinates and their order alone.
 ///
-/// Method: insertion one by one in a spatial order (see `spatialOrder`). The triangles whose circumcircle holds
-/// the new point make up a star-shaped cavity, which a fan around the point fills (A. Bowyer and D. F. Watson,
-/// both in The Computer Journal 24, 1981). The outside of the hull is made of triangles too: each edge of the
-/// hull has one to a vertex at infinity, and its circle is the half plane beyond the edge. The cost is
-/// proportional to the number of points for most inputs, with about 80 bytes a point while it works.
+/// Method: insertion one by one in a spatial order (see `spatialOrder`). The triangles whose circumcircle
+/// holds the new point make up a star-shaped cavity, which a fan around the point fills (A. Bowyer and D. F.
+/// Watson, both in The Computer Journal 24, 1981). The outside of the hull is made of triangles too: each
+/// edge of the hull has one to a vertex at infinity, and its circle is the half plane beyond the edge. The
+/// cost is nearly proportional to the number of points, with about 80 bytes of memory a point beside the
+/// result.
 class Delaunay {
 public:
     /// Triangulates; `x` and `y` have the same length, below 2^29 (there are no triangles beyond that). They
@@ -44,13 +45,13 @@ public:
     void write(std::int32_t *indices) const;
 
 private:
-    /// Side `h & 3` (0 to 2) of triangle `h / 4`: from the vertex of that number to the next.
+    /// Side s % 4 (0 to 2) of triangle s / 4: from the vertex of that number to the next.
     using Side = std::uint32_t;
 
-    /// Four slots of which three are used: the size of half a cache line.
+    /// Three vertices and three sides; the fourth ones are unused, so that a triangle is in one cache line.
     struct alignas(32) Triangle {
         std::int32_t vertices[4]; ///< sites, counter-clockwise; `infinity` in a triangle beyond the hull
-        Side twins[4];            ///< the same side in the triangle beyond it
+        Side twins[4];            ///< the same sides as seen from the triangles beyond them
     };
 
     static constexpr std::int32_t infinity = -1;
@@ -79,12 +80,12 @@ private:
     std::vector<Site> m_sites;           ///< in the order of insertion
     std::vector<std::int32_t> m_numbers; ///< what the sites are called in the input
     std::unique_ptr<Triangle[]> m_triangles;
-    std::uint32_t m_numSlots = 0;       ///< triangles in use, those beyond the hull included
-    std::size_t m_numTriangles = 0;     ///< of the result
-    std::uint32_t m_latest = 0;         ///< a triangle of the latest site
+    std::uint32_t m_numSlots = 0;        ///< triangles in use, those beyond the hull included
+    std::size_t m_numTriangles = 0;      ///< of the result
+    std::uint32_t m_latest = 0;          ///< a triangle of the latest site
     std::vector<std::uint32_t> m_cavity; ///< triangles to be replaced
-    std::vector<Side> m_rim;            ///< sides that look into the cavity from outside, counter-clockwise
-    std::vector<Side> m_pending;        ///< sides of cavity triangles not yet looked beyond
+    std::vector<Side> m_rim;             ///< sides that look into the cavity from outside, counter-clockwise
+    std::vector<Side> m_pending;         ///< sides of cavity triangles not yet looked beyond
 };
 
 } // namespace oravane

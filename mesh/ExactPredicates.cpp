@@ -40,8 +40,8 @@ TwoPart twoProduct(double a, double b) {
     return {product, aLow * bLow - (((product - aHigh * bHigh) - aLow * bHigh) - aHigh * bLow)};
 }
 
-/// An exact number: the sum of doubles in ascending order of magnitude whose bits do not overlap, none of them
-/// 0. The type of a sum or product has room for the longest result, so that nothing is allocated.
+/// An exact number: the sum of doubles in ascending order of magnitude whose bits do not overlap, none of
+/// them 0. The type of a sum or product has room for the longest result, so that nothing is allocated.
 template <std::size_t Capacity>
 struct Expansion {
     std::array<double, Capacity> parts;
@@ -112,7 +112,7 @@ Expansion<2 * A> scaled(const Expansion<A> &a, double factor) {
 template <std::size_t A, std::size_t B>
 Expansion<2 * A * B> operator*(const Expansion<A> &a, const Expansion<B> &b) {
     Expansion<2 * A * B> buffers[2];
-    Expansion<2 * A * B> *sum = &buffers[0], *next = &buffers[1];
+    Expansion<2 *A *B> *sum = &buffers[0], *next = &buffers[1];
     for (std::size_t i = 0; i < b.count; ++i) {
         setSum(*sum, scaled(a, b.parts[i]), *next);
         std::swap(sum, next);
@@ -120,8 +120,9 @@ Expansion<2 * A * B> operator*(const Expansion<A> &a, const Expansion<B> &b) {
     return *sum;
 }
 
-/// Writes numbers of a similar size as multiples of one power of two, each below 2^bits; none when one of them
-/// is rounded or takes more bits. Points of a lattice or of one neighbourhood mostly differ by such numbers.
+/// Writes numbers of a similar size as multiples of one power of two, each below 2^bits; none when one of
+/// them is rounded or takes more bits. Points of a lattice or of one neighbourhood mostly differ by such
+/// numbers.
 template <int bits, std::size_t N>
 std::optional<std::array<std::int64_t, N>> asIntegers(const std::array<TwoPart, N> &numbers) {
     double largest = 0, error = 0;
@@ -168,8 +169,8 @@ double inCircleExactly(Site a, Site b, Site c, Site p) {
     const std::array differences{twoDifference(a.x, p.x), twoDifference(a.y, p.y), //
                                  twoDifference(b.x, p.x), twoDifference(b.y, p.y), //
                                  twoDifference(c.x, p.x), twoDifference(c.y, p.y)};
-    const auto determinant = [](const auto &ax, const auto &ay, const auto &bx, const auto &by, const auto &cx,
-                                const auto &cy, auto widened) {
+    const auto determinant = [](const auto &ax, const auto &ay, const auto &bx, const auto &by,
+                                const auto &cx, const auto &cy, auto widened) {
         return widened(ax * ax + ay * ay) * (bx * cy - cx * by) +
                widened(bx * bx + by * by) * (cx * ay - ax * cy) +
                widened(cx * cx + cy * cy) * (ax * by - bx * ay);

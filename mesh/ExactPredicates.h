@@ -13,11 +13,11 @@ struct Site {
 
 /// \name Predicates whose sign is right for all finite points
 ///
-/// A determinant is computed in double precision, and its sign is believed when its magnitude is above a bound of
-/// the rounding error; otherwise it is computed again without any. Method and bounds: J. R. Shewchuk, "Adaptive
-/// Precision Floating-Point Arithmetic and Fast Robust Geometric Predicates", Discrete & Computational Geometry
-/// 18 (1997). With coordinates in single precision nothing can overflow or underflow: the largest magnitude
-/// met is below 2^530, and all numbers are multiples of 2^-596.
+/// A determinant is computed in double precision, and its sign believed when its magnitude reaches a bound of
+/// the rounding error; otherwise it is computed again without any. Method and bounds: J. R. Shewchuk,
+/// "Adaptive Precision Floating-Point Arithmetic and Fast Robust Geometric Predicates", Discrete &
+/// Computational Geometry 18 (1997). Of coordinates in single precision nothing overflows or underflows: the
+/// terms are below 2^530, and whole multiples of 2^-596.
 /// @{
 
 /// Rounding unit of a double: half the distance from 1 to the next one.
@@ -27,8 +27,8 @@ constexpr double roundingUnit = 0x1p-53;
 double orientationExactly(Site a, Site b, Site c);
 double inCircleExactly(Site a, Site b, Site c, Site p);
 
-/// Above 0 when the way from `a` over `b` to `c` turns left, below 0 when it turns right, 0 when the points are
-/// on one line. Only the sign has a meaning.
+/// Above 0 when the way from `a` over `b` to `c` turns left, below 0 when it turns right, 0 when the points
+/// are on one line. Only the sign has a meaning.
 inline double orientation(Site a, Site b, Site c) {
     const double left = (double{a.x} - c.x) * (double{b.y} - c.y);
     const double right = (double{a.y} - c.y) * (double{b.x} - c.x);
@@ -36,21 +36,18 @@ inline double orientation(Site a, Site b, Site c) {
     return std::abs(left - right) >= bound ? left - right : orientationExactly(a, b, c);
 }
 
-/// Above 0 when `p` is inside of the circle through `a`, `b` and `c`, below 0 when it is outside, 0 when it is
-/// on it, where the three points turn left. Only the sign has a meaning.
+/// Above 0 when `p` is inside of the circle through `a`, `b` and `c`, below 0 when it is outside, 0 when it
+/// is on it, where the three points turn left. Only the sign has a meaning.
 inline double inCircle(Site a, Site b, Site c, Site p) {
     const double ax = double{a.x} - p.x, ay = double{a.y} - p.y;
     const double bx = double{b.x} - p.x, by = double{b.y} - p.y;
     const double cx = double{c.x} - p.x, cy = double{c.y} - p.y;
     const double aLift = ax * ax + ay * ay, bLift = bx * bx + by * by, cLift = cx * cx + cy * cy;
-    const double bxcy = bx * cy, cxby = cx * by;
-    const double cxay = cx * ay, axcy = ax * cy;
-    const double axby = ax * by, bxay = bx * ay;
-    const double determinant = aLift * (bxcy - cxby) + bLift * (cxay - axcy) + cLift * (axby - bxay);
-    const double magnitude = aLift * (std::abs(bxcy) + std::abs(cxby)) +
-                             bLift * (std::abs(cxay) + std::abs(axcy)) +
-                             cLift * (std::abs(axby) + std::abs(bxay));
-    const double bound = (10 + 96 * roundingUnit) * roundingUnit * magnitude;
+    const double determinant =
+        aLift * (bx * cy - cx * by) + bLift * (cx * ay - ax * cy) + cLift * (ax * by - bx * ay);
+    // The error is below (10 + 96 u) u sum(aLift (|bx cy| + |cx by|)), and the sum of the two products is at
+    // most (bLift + cLift) / 2.
+    const double bound = 11 * roundingUnit * (aLift * bLift + bLift * cLift + cLift * aLift);
     return std::abs(determinant) >= bound ? determinant : inCircleExactly(a, b, c, p);
 }
 

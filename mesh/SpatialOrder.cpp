@@ -26,7 +26,7 @@ std::uint32_t hilbertKey(std::uint32_t x, std::uint32_t y, int bits) {
     return key;
 }
 
-/// The square cells that a set of points is sorted into.
+/// The square cells that a set of points, not empty, is sorted into.
 class CellGrid {
 public:
     CellGrid(std::span<const std::int32_t> points, std::span<const float> x, std::span<const float> y) {
@@ -91,8 +91,10 @@ void radixSort(std::vector<KeyedPoint> &entries, int keyBits) {
 /// cluster of any scale comes out as well as even points.
 void sortAlongCurve(std::span<std::int32_t> points, std::span<const float> x, std::span<const float> y) {
     constexpr std::ptrdiff_t few = 16;
+    if (points.empty())
+        return;
     const CellGrid grid(points, x, y);
-    if (points.size() < 2 || grid.isPoint())
+    if (grid.isPoint())
         return;
     std::vector<KeyedPoint> entries(points.size());
     std::transform(points.begin(), points.end(), entries.begin(), [&](std::int32_t point) {
@@ -105,9 +107,8 @@ void sortAlongCurve(std::span<std::int32_t> points, std::span<const float> x, st
     std::transform(entries.begin(), entries.end(), points.begin(),
                    [](KeyedPoint entry) { return static_cast<std::int32_t>(entry); });
     for (auto first = entries.begin(); first != entries.end();) {
-        const auto last = std::find_if(first, entries.end(), [key = keyOf(*first)](KeyedPoint entry) {
-            return keyOf(entry) != key;
-        });
+        const auto last = std::find_if(
+            first, entries.end(), [key = keyOf(*first)](KeyedPoint entry) { return keyOf(entry) != key; });
         if (last - first > few)
             sortAlongCurve(points.subspan(first - entries.begin(), last - first), x, y);
         first = last;

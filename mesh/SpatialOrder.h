@@ -7,10 +7,10 @@
 
 namespace oravane {
 
-/// The order in which an incremental construction should take points: all finite points by their numbers, those
-/// of a random eighth behind the eighth of that eighth and so on, and in each of these rounds one after another
-/// along a space-filling curve. So each point has an earlier one near by, whatever the order and distribution
-/// of the input, and the expected amount of change is that of a random order.
+/// The order in which an incremental construction should take points: all finite points by their numbers,
+/// those of a random eighth behind the eighth of that eighth and so on, and in each of these rounds one after
+/// another along a space-filling curve. So each point has an earlier one near by, whatever the order and
+/// distribution of the input, and the expected amount of change is that of a random order.
 ///
 /// The result depends on nothing but the arguments; `x` and `y` have the same length. Equal points of a round
 /// are neighbours or nearly so; they are not taken out. Cost grows with the number of points, and with the

@@ -1,7 +1,10 @@
-// Delaunay triangulation of scattered points, and what other libraries need for the same points where they are
-// installed: numbers of the points in, triangles as node numbers out.
+// Delaunay triangulation of scattered points, and what other libraries need for the same points where they
+// are installed: numbers of the points in, triangles as node numbers out.
 //
-//   bench_delaunay --benchmark_filter='1000000' --benchmark_repetitions=5 --benchmark_report_aggregates_only=true
+//   bench_delaunay --benchmark_filter=1000000 --benchmark_repetitions=5
+//
+// Memory, that of the result included, is the peak over what the process had before: exact for a case that is
+// run alone, less for later ones, which use the memory of those before them.
 #include "PeakMemory.h"
 #include "points.h"
 
@@ -25,8 +28,8 @@ void delaunay(benchmark::State &state, points::Kind kind) {
         state.counters["triangles"] = numTriangles;
         std::free(indices);
     }
-    state.counters["ns/point"] = benchmark::Counter(
-        1e-9 * n, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["time/point"] =
+        benchmark::Counter(n, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
     state.counters["bytes/point"] = memory.bytes() / n;
 }
 

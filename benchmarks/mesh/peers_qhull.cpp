@@ -8,6 +8,7 @@ extern "C" {
 
 namespace {
 
+/// Facets as they come: on a lattice squares, not yet cut into triangles.
 void qhull(benchmark::State &state, points::Kind kind) {
     const points::Points given = points::make(kind, static_cast<std::size_t>(state.range(0)));
     std::vector<double> coordinates;
@@ -22,13 +23,13 @@ void qhull(benchmark::State &state, points::Kind kind) {
         char command[] = "qhull d Qbb Qc Qz Q12";
         const int count = static_cast<int>(given.x.size());
         const int failed = qh_new_qhull(qh, 2, count, coordinates.data(), False, command, nullptr, stderr);
-        double triangles = 0;
+        double facets = 0;
         facetT *facet = nullptr;
         if (!failed)
             FORALLfacets {
-                triangles += !facet->upperdelaunay;
+                facets += !facet->upperdelaunay;
             }
-        state.counters["triangles"] = triangles;
+        state.counters["facets"] = facets;
         qh_freeqhull(qh, !qh_ALL);
         int shortMemory = 0, totalShort = 0;
         qh_memfreeshort(qh, &shortMemory, &totalShort);
