@@ -3,6 +3,7 @@
 #include "tools/HeadlessRenderer.h"
 
 #include <oravane/PoDomain.h>
+#include <oravane/PoMiscTextAttr.h>
 #include <oravane/SoPSVectorOutput.h>
 #include <oravane/SoVectorizePSAction.h>
 
@@ -45,6 +46,12 @@ PoDomain *newMapDomain(const SbBox2f &box) {
     domain->min.setValue(center[0] - half, center[1] - half, -half);
     domain->max.setValue(center[0] + half, center[1] + half, half);
     return domain;
+}
+
+PoMiscTextAttr *newMapFont() {
+    auto *text = new PoMiscTextAttr;
+    text->fontName = "Times-Roman";
+    return text;
 }
 
 void writePageAndPicture(oravane::Example &example, const std::string &name, SoNode *scene,

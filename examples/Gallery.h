@@ -8,6 +8,7 @@
 #include <string>
 
 class PoDomain;
+class PoMiscTextAttr;
 class SoNode;
 class SoSeparator;
 
@@ -29,6 +30,9 @@ SoSeparator *newMapScene(const SbBox2f &box);
 
 /// A cube around the box as domain: lengths of labels refer to it, and nothing is scaled.
 PoDomain *newMapDomain(const SbBox2f &box);
+
+/// A font of all printers for the labels of a map. Pictures have the toolkit's letters, which are like it.
+PoMiscTextAttr *newMapFont();
 
 /// Writes NAME.ps and, rendered headless in the same proportions, NAME.png.
 void writePageAndPicture(oravane::Example &example, const std::string &name, SoNode *scene,

@@ -11,6 +11,7 @@
 #include <oravane/PoMeshFilled.h>
 #include <oravane/PoMeshLimit.h>
 #include <oravane/PoMeshLines.h>
+#include <oravane/PoMiscTextAttr.h>
 #include <oravane/PoNonLinearDataMapping2.h>
 #include <oravane/PoNumericDisplayFormat.h>
 
@@ -69,6 +70,7 @@ int main(int argc, char **argv) {
         auto *format = new PoNumericDisplayFormat;
         format->formatType = PbNumericDisplayFormat::INTEGER_FORMAT;
         scene->addChild(format);
+        scene->addChild(newMapFont());
 
         auto *bands = new PoMeshFilled;
         bands->setMesh(&bay);

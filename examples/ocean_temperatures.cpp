@@ -9,6 +9,7 @@
 #include <oravane/PoIsovaluesList.h>
 #include <oravane/PoMeshContouring.h>
 #include <oravane/PoMeshFilled.h>
+#include <oravane/PoMiscTextAttr.h>
 #include <oravane/PoNonLinearDataMapping2.h>
 #include <oravane/PoNumericDisplayFormat.h>
 
@@ -63,6 +64,7 @@ int main(int argc, char **argv) {
         auto *format = new PoNumericDisplayFormat;
         format->formatType = PbNumericDisplayFormat::INTEGER_FORMAT;
         scene->addChild(format);
+        scene->addChild(newMapFont());
 
         auto *bands = new PoMeshFilled;
         bands->setMesh(&ocean);

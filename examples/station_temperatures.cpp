@@ -10,6 +10,7 @@
 #include <oravane/PoMeshContouring.h>
 #include <oravane/PoMeshFilled.h>
 #include <oravane/PoMeshLimit.h>
+#include <oravane/PoMiscTextAttr.h>
 #include <oravane/PoNonLinearDataMapping2.h>
 #include <oravane/PoNumericDisplayFormat.h>
 
@@ -103,6 +104,7 @@ int main(int argc, char **argv) {
         auto *format = new PoNumericDisplayFormat;
         format->formatType = PbNumericDisplayFormat::INTEGER_FORMAT;
         scene->addChild(format);
+        scene->addChild(newMapFont());
 
         auto *bands = new PoMeshFilled;
         bands->setMesh(&mesh);

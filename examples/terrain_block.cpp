@@ -8,6 +8,7 @@
 #include <oravane/PoMeshFilled.h>
 #include <oravane/PoMeshLines.h>
 #include <oravane/PoMeshSides.h>
+#include <oravane/PoMiscTextAttr.h>
 #include <oravane/PoNonLinearDataMapping2.h>
 #include <oravane/PoNumericDisplayFormat.h>
 #include <oravane/SoVectorizeAction.h>
@@ -68,6 +69,7 @@ SoSeparator *newContourLines(PbRegularCartesianGrid2D &terrain) {
     auto *format = new PoNumericDisplayFormat;
     format->formatType = PbNumericDisplayFormat::INTEGER_FORMAT;
     scene->addChild(format);
+    scene->addChild(newMapFont());
     auto *lines = new PoMeshContouring;
     lines->setMesh(&terrain);
     lines->valuesIndex = 0;

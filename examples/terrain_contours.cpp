@@ -25,6 +25,7 @@ int main(int argc, char **argv) {
         auto *format = new PoNumericDisplayFormat;
         format->formatType = PbNumericDisplayFormat::INTEGER_FORMAT;
         scene->addChild(format);
+        scene->addChild(newMapFont());
 
         auto *contours = new PoMeshContouring;
         contours->setMesh(terrain.get());

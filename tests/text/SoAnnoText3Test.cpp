@@ -99,9 +99,9 @@ TEST(SoAnnoText3, FilesKeepTextsAndTheirProperties) {
 
 TEST(SoAnnoText3, PropertiesReachTheTextsBehindThem) {
     const auto root = scene("SoAnnoText3Property { } Cube { } Separator { SoAnnoText3Property { "
-                            "renderPrintType RENDER3D_PRINT_RASTER "
+                            "renderPrintType RENDER3D_PRINT_VECTOR "
                             "fontSizeHint ANNOTATION isOriented FALSE } Cube { } SoAnnoText3Property { "
-                            "renderPrintType 0 ~ isOriented TRUE } Cube { } } Cube { }");
+                            "renderPrintType 2 ~ isOriented TRUE } Cube { } } Cube { }");
     std::string seen;
     SoCallbackAction action;
     action.addPreCallback(
@@ -116,7 +116,7 @@ TEST(SoAnnoText3, PropertiesReachTheTextsBehindThem) {
         },
         &seen);
     action.apply(root.get());
-    EXPECT_EQ(seen, "011 100 111 011 ") << "print type, size hint, orientation";
+    EXPECT_EQ(seen, "111 000 011 111 ") << "print type, size hint, orientation";
     test::boundingBox(root.get()); // actions without these elements pass by
 }
 

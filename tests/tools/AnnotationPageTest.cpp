@@ -63,12 +63,16 @@ const std::string kTexts[] = {
     "SoAnnoText3 { string [ \"Depth (m)\", \"2nd, longer line\" ] justification CENTER spacing 0.8 }",
     "Translation { translation 0.1 0.2 0 } Rotation { rotation 0 0 1 0.5 } Scale { scaleFactor 1.5 1.5 1 } "
     "SoAnnoText3 { string \"turned\" }",
-    "Rotation { rotation 0 0 1 1.5707963 } SoAnnoText3 { string \"upwards\" justification CENTER }",
+    "Rotation { rotation 0 0 1 1.5707963 } SoAnnoText3 { string [ \"upwards\", \"and on\" ] justification "
+    "CENTER }",
 };
 
 TEST(AnnotationPage, LettersAsPolygonsAreTheRenderedOnes) {
     for (const std::string &text : kTexts) // with more ink: the page's pixels are those that letters touch
-        expectSameInk("Font { name \"defaultFont\" size 0.12 } " + text, 1, 0.7);
+        expectSameInk("SoAnnoText3Property { renderPrintType RENDER3D_PRINT_VECTOR } "
+                      "Font { name \"defaultFont\" size 0.12 } " +
+                          text,
+                      1, 0.7);
 }
 
 TEST(AnnotationPage, TextProperStandsWhereItIsRendered) {
@@ -80,15 +84,11 @@ TEST(AnnotationPage, TextProperStandsWhereItIsRendered) {
     if (std::abs(width - 4.475f) > 0.1f)
         GTEST_SKIP() << "no Helvetica on this machine, or another font was in use before: " << width;
     for (const std::string &text : kTexts)
-        expectSameInk("SoAnnoText3Property { renderPrintType RENDER3D_PRINT_RASTER } "
-                      "Font { name \"Helvetica\" size 0.12 } " +
-                          text,
-                      5, 0.06);
+        expectSameInk("Font { name \"Helvetica\" size 0.12 } " + text, 5, 0.06);
 }
 
 TEST(AnnotationPage, TextProperCanBeSelected) {
-    const Scene scene(view("SoAnnoText3Property { renderPrintType RENDER3D_PRINT_RASTER } Font { size 0.1 } "
-                           "SoAnnoText3 { string [ \"Depth (m)\", \"back\\\\slash\" ] } "
+    const Scene scene(view("Font { size 0.1 } SoAnnoText3 { string [ \"Depth (m)\", \"back\\\\slash\" ] } "
                            "Translation { translation 0 0.5 0 } Font { name \"Helvetica\" size 0.1 } "
                            "SoAnnoText3 { string \"centred\" justification CENTER }"));
     const std::string page = pageOfDrawing(scene);

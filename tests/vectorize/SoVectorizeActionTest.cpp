@@ -194,15 +194,13 @@ TEST(SoVectorizeAction, AnnotationTextByPrintType) {
     const std::string type = "SoAnnoText3Property { renderPrintType ";
     const std::string text = "Font { size 0.1 name \"defaultFont\" } "
                              "SoAnnoText3 { string [ \"I\", \"b\" ] justification RIGHT spacing 2 } ";
-    const Scene letters(view(text));
+    const Scene letters(view(type + "0 } " + text));
     action.apply(letters);
-    EXPECT_EQ(action.kinds(), "text1 text1 ") << "text, when the scene says nothing";
-    const Scene drawnLetters(view(type + "0 } " + text));
-    action.apply(drawnLetters);
     const std::string polygons = action.kinds();
     EXPECT_EQ(polygons.find("polygon3 polygon3 "), 0);
     for (const auto mode : {Action::HLHSR_NONE, Action::HLHSR_Z_SORT}) {
         action.setHLHSRMode(mode);
+        draw(action, text, "text1 text1 "); // text, when the scene says nothing
         draw(action, type + "0 } " + text, polygons);
         draw(action, type + "2 } " + text, "text1 text1 " + polygons);
         const Drawn first = draw(action, type + "1 } " + text + kTriangle, "text1 text1 polygon3 ");
@@ -247,6 +245,15 @@ TEST(SoVectorizeAction, SizeAndDirectionOfAnnotationText) {
         EXPECT_NEAR(text.size * 0.3527778, row.millimeters, 1e-3);
         EXPECT_NEAR(std::remainder(text.angle - row.angle, 2 * pi), 0, 1e-5);
     }
+    // On a sheet that is not square, and lines of turned text stand across its direction.
+    action.setDrawingDimensions(100, 50, Action::MILLIMETER);
+    const Drawn first = draw(
+        action, "Rotation { rotation 0 0 1 0.7 } Font { size 0.1 } SoAnnoText3 { string [ \"x\", \"y\" ] } ",
+        "text1 text1 ");
+    EXPECT_NEAR(first.angle, std::atan2(0.5 * std::sin(0.7), std::cos(0.7)), 1e-5) << "squeezed by half";
+    const SbVec4f step = action.drawn.at(1).points[0] - first.points[0];
+    EXPECT_GT(step[0], 1);
+    EXPECT_NEAR(step[0] * std::cos(first.angle) + step[1] * std::sin(first.angle), 0, 1e-4);
 }
 
 const std::string kBlueMaterial = "Material { ambientColor 0 0 0 diffuseColor 0 .5 1 } ";
