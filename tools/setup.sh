@@ -8,8 +8,9 @@ build_packages=(
 )
 check_packages=(
     libgtest-dev
-    ghostscript # reads every page that the tests write
-    locales     # a locale with a decimal comma, which no page may follow
+    ghostscript   # reads every page that the tests write
+    poppler-utils # finds the words of a page
+    locales       # a locale with a decimal comma, which no page may follow
     clang clang-format clang-tidy libclang-rt-14-dev llvm python3
 )
 
