@@ -36,6 +36,17 @@ PbDomain::PbDomain(SbBox3f &box, BoundingBoxType type) {
     init(box.getMin(), box.getMax(), 3, type);
 }
 
+PbDomain &PbDomain::operator=(const PbDomain &source) {
+    if (this == &source)
+        return *this;
+    m_min = source.m_min;
+    m_max = source.m_max;
+    m_delta = source.m_delta;
+    m_transformType = source.m_transformType;
+    PbBase::operator=(source); // last, since it notifies
+    return *this;
+}
+
 void PbDomain::setDomain(float xmin, float ymin, float xmax, float ymax, BoundingBoxType type) {
     init(SbVec3f(xmin, ymin, 0), SbVec3f(xmax, ymax, 1), 2, type);
     notifyChange(CHANGE_GENERAL);

@@ -47,6 +47,10 @@ public:
     PbDomain(SbBox2f &box, BoundingBoxType type);
     PbDomain(SbBox3f &box, BoundingBoxType type);
 
+    PbDomain(const PbDomain &source) = default;
+    /// Tells the kits of this object, after the copy.
+    PbDomain &operator=(const PbDomain &source);
+
     /// Each form notifies (`CHANGE_GENERAL`), also when the box was refused.
     void setDomain(float xmin, float ymin, float xmax, float ymax, BoundingBoxType type);
     void setDomain(float xmin, float ymin, float zmin, float xmax, float ymax, float zmax,

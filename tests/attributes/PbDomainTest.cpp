@@ -79,6 +79,14 @@ const PbDomain &domainBehind(SoNode *node) {
     return *stateBehind<PoDomainElement>(node);
 }
 
+TEST(PbDomain, AssignmentTellsOfTheNewBox) {
+    PbDomain domain;
+    float seen = 0;
+    const ChangeCounter counter(domain, [&] { seen = domain.getDeltaX(); });
+    domain = PbDomain(0, 0, 7, 1, PbDomain::BBOX_AS_GIVEN);
+    EXPECT_EQ(seen, 7);
+}
+
 TEST(PoDomain, FieldsReachTheStateAtTheNextAction) {
     EXPECT_EQ(boxOf(domainBehind(nullptr)), box(0, 0, 0, 1, 1, 1));
     const test::Ref<PoDomain> node(new PoDomain);
