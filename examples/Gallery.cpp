@@ -3,7 +3,11 @@
 #include "tools/HeadlessRenderer.h"
 
 #include <oravane/PoDomain.h>
+#include <oravane/PoIsovaluesList.h>
+#include <oravane/PoMeshFilled.h>
 #include <oravane/PoMiscTextAttr.h>
+#include <oravane/PoNonLinearDataMapping2.h>
+#include <oravane/PoNumericDisplayFormat.h>
 #include <oravane/SoPSVectorOutput.h>
 #include <oravane/SoVectorizePSAction.h>
 
@@ -39,19 +43,42 @@ SoSeparator *newMapScene(const SbBox2f &box) {
     return scene;
 }
 
-PoDomain *newMapDomain(const SbBox2f &box) {
+PoDataMapping *newColorTable(std::initializer_list<std::pair<float, SbColor>> rows) {
+    auto *mapping = new PoNonLinearDataMapping2;
+    mapping->type = PoNonLinearDataMapping2::LINEAR_PER_LEVEL;
+    int row = 0;
+    for (const auto &[value, color] : rows) {
+        mapping->value.set1Value(row, value);
+        mapping->color.set1Value(row++, color);
+    }
+    return mapping;
+}
+
+void addContourAttributes(SoSeparator *scene, const SbBox2f &box, float min, float max, int numLevels) {
+    auto *levels = new PoIsovaluesList;
+    levels->setRegularIsoList(min, max, numLevels);
+    scene->addChild(levels);
     const SbVec2f center = box.getCenter(), size = box.getSize();
     const float half = std::max(size[0], size[1]) / 2;
     auto *domain = new PoDomain;
     domain->min.setValue(center[0] - half, center[1] - half, -half);
     domain->max.setValue(center[0] + half, center[1] + half, half);
-    return domain;
-}
-
-PoMiscTextAttr *newMapFont() {
+    scene->addChild(domain);
+    auto *format = new PoNumericDisplayFormat;
+    format->formatType = PbNumericDisplayFormat::INTEGER_FORMAT;
+    scene->addChild(format);
     auto *text = new PoMiscTextAttr;
     text->fontName = "Times-Roman";
-    return text;
+    scene->addChild(text);
+}
+
+PoMeshFilled *newColorBands(PbMesh2D *mesh) {
+    auto *bands = new PoMeshFilled;
+    bands->setMesh(mesh);
+    bands->valuesIndex = 0;
+    bands->coloringType = PoMesh::COLOR_CONTOURING;
+    bands->set("appearance.lightModel { model BASE_COLOR }");
+    return bands;
 }
 
 void writePageAndPicture(oravane::Example &example, const std::string &name, SoNode *scene,

@@ -4,11 +4,15 @@
 #include "tools/Example.h"
 
 #include <Inventor/SbBox2f.h>
+#include <Inventor/SbColor.h>
 
+#include <initializer_list>
 #include <string>
+#include <utility>
 
-class PoDomain;
-class PoMiscTextAttr;
+class PbMesh2D;
+class PoDataMapping;
+class PoMeshFilled;
 class SoNode;
 class SoSeparator;
 
@@ -28,11 +32,16 @@ PageOptions mapSheet(const SbBox2f &box);
 /// A scene that a camera sees from above, in parallel projection, so that `box` fills its `mapSheet`.
 SoSeparator *newMapScene(const SbBox2f &box);
 
-/// A cube around the box as domain: lengths of labels refer to it, and nothing is scaled.
-PoDomain *newMapDomain(const SbBox2f &box);
+/// A data mapping that goes over from the colour of one value to that of the next.
+PoDataMapping *newColorTable(std::initializer_list<std::pair<float, SbColor>> rows);
 
-/// A font of all printers for the labels of a map. Pictures have the toolkit's letters, which are like it.
-PoMiscTextAttr *newMapFont();
+/// Adds what contour lines of a map and their labels need: levels from `min` to `max`; a cube around the box
+/// as domain, so that lengths of labels refer to its longer side and nothing is scaled; whole numbers; and a
+/// font of all printers. Pictures have the toolkit's letters, which are like it.
+void addContourAttributes(SoSeparator *scene, const SbBox2f &box, float min, float max, int numLevels);
+
+/// The values 0 of a mesh in unlit colour bands.
+PoMeshFilled *newColorBands(PbMesh2D *mesh);
 
 /// Writes NAME.ps and, rendered headless in the same proportions, NAME.png.
 void writePageAndPicture(oravane::Example &example, const std::string &name, SoNode *scene,

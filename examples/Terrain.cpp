@@ -2,7 +2,7 @@
 
 #include "tools/DataFile.h"
 
-#include <oravane/PoNonLinearDataMapping2.h>
+#include <oravane/PoDataMapping.h>
 
 #include <vector>
 
@@ -29,13 +29,13 @@ std::unique_ptr<PbRegularCartesianGrid2D> readTerrain(const oravane::Example &ex
 }
 
 PoDataMapping *newHeightColors() {
-    const float heights[] = {700, 1000, 1300, 1600, 1900, 2200, 2560};
-    const SbColor colors[] = {{0.25f, 0.45f, 0.25f}, {0.47f, 0.62f, 0.32f}, {0.75f, 0.76f, 0.45f},
-                              {0.80f, 0.64f, 0.40f}, {0.66f, 0.48f, 0.34f}, {0.78f, 0.72f, 0.68f},
-                              {0.98f, 0.98f, 0.99f}};
-    auto *mapping = new PoNonLinearDataMapping2;
-    mapping->type = PoNonLinearDataMapping2::LINEAR_PER_LEVEL;
-    mapping->value.setValues(0, 7, heights);
-    mapping->color.setValues(0, 7, colors);
-    return mapping;
+    return newColorTable({
+        {700, SbColor(0.25f, 0.45f, 0.25f)},
+        {1000, SbColor(0.47f, 0.62f, 0.32f)},
+        {1300, SbColor(0.75f, 0.76f, 0.45f)},
+        {1600, SbColor(0.80f, 0.64f, 0.40f)},
+        {1900, SbColor(0.66f, 0.48f, 0.34f)},
+        {2200, SbColor(0.78f, 0.72f, 0.68f)},
+        {2560, SbColor(0.98f, 0.98f, 0.99f)},
+    });
 }

@@ -5,15 +5,11 @@
 #include "tools/DataFile.h"
 
 #include <oravane/PbTriangleMesh2D.h>
-#include <oravane/PoDomain.h>
-#include <oravane/PoIsovaluesList.h>
+#include <oravane/PoDataMapping.h>
 #include <oravane/PoMeshContouring.h>
 #include <oravane/PoMeshFilled.h>
 #include <oravane/PoMeshLimit.h>
 #include <oravane/PoMeshLines.h>
-#include <oravane/PoMiscTextAttr.h>
-#include <oravane/PoNonLinearDataMapping2.h>
-#include <oravane/PoNumericDisplayFormat.h>
 
 #include <Inventor/nodes/SoSeparator.h>
 
@@ -39,17 +35,13 @@ void readBay(const oravane::Example &example, PbTriangleMesh2D &mesh) {
 }
 
 PoDataMapping *newDepthColors() {
-    const float values[] = {0, 5, 10, 20, 36};
-    const SbColor colors[] = {{0.90f, 0.97f, 0.94f},
-                              {0.66f, 0.87f, 0.87f},
-                              {0.40f, 0.70f, 0.82f},
-                              {0.20f, 0.46f, 0.70f},
-                              {0.08f, 0.20f, 0.45f}};
-    auto *mapping = new PoNonLinearDataMapping2;
-    mapping->type = PoNonLinearDataMapping2::LINEAR_PER_LEVEL;
-    mapping->value.setValues(0, 5, values);
-    mapping->color.setValues(0, 5, colors);
-    return mapping;
+    return newColorTable({
+        {0, SbColor(0.90f, 0.97f, 0.94f)},
+        {5, SbColor(0.66f, 0.87f, 0.87f)},
+        {10, SbColor(0.40f, 0.70f, 0.82f)},
+        {20, SbColor(0.20f, 0.46f, 0.70f)},
+        {36, SbColor(0.08f, 0.20f, 0.45f)},
+    });
 }
 
 } // namespace
@@ -63,20 +55,9 @@ int main(int argc, char **argv) {
         SoSeparator *scene = newMapScene(box);
         scene->ref();
         scene->addChild(newDepthColors());
-        scene->addChild(newMapDomain(box));
-        auto *levels = new PoIsovaluesList;
-        levels->setRegularIsoList(0.0f, 35.0f, 15);
-        scene->addChild(levels);
-        auto *format = new PoNumericDisplayFormat;
-        format->formatType = PbNumericDisplayFormat::INTEGER_FORMAT;
-        scene->addChild(format);
-        scene->addChild(newMapFont());
+        addContourAttributes(scene, box, 0.0f, 35.0f, 15);
 
-        auto *bands = new PoMeshFilled;
-        bands->setMesh(&bay);
-        bands->valuesIndex = 0;
-        bands->coloringType = PoMesh::COLOR_CONTOURING;
-        bands->set("appearance.lightModel { model BASE_COLOR }");
+        PoMeshFilled *bands = newColorBands(&bay);
         scene->addChild(bands);
         auto *lines = new PoMeshContouring;
         lines->setMesh(&bay);

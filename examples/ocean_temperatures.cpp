@@ -5,13 +5,9 @@
 #include "tools/DataFile.h"
 
 #include <oravane/PbCartesianGrid2D.h>
-#include <oravane/PoDomain.h>
-#include <oravane/PoIsovaluesList.h>
+#include <oravane/PoDataMapping.h>
 #include <oravane/PoMeshContouring.h>
 #include <oravane/PoMeshFilled.h>
-#include <oravane/PoMiscTextAttr.h>
-#include <oravane/PoNonLinearDataMapping2.h>
-#include <oravane/PoNumericDisplayFormat.h>
 
 #include <Inventor/nodes/SoSeparator.h>
 
@@ -36,14 +32,14 @@ void readOcean(const oravane::Example &example, PbCartesianGrid2D &grid) {
 }
 
 PoDataMapping *newTemperatureColors() {
-    const float values[] = {-4, 4, 12, 20, 26, 32};
-    const SbColor colors[] = {{0.25f, 0.25f, 0.55f}, {0.30f, 0.55f, 0.80f}, {0.55f, 0.82f, 0.80f},
-                              {0.95f, 0.93f, 0.65f}, {0.93f, 0.62f, 0.35f}, {0.72f, 0.20f, 0.20f}};
-    auto *mapping = new PoNonLinearDataMapping2;
-    mapping->type = PoNonLinearDataMapping2::LINEAR_PER_LEVEL;
-    mapping->value.setValues(0, 6, values);
-    mapping->color.setValues(0, 6, colors);
-    return mapping;
+    return newColorTable({
+        {-4, SbColor(0.25f, 0.25f, 0.55f)},
+        {4, SbColor(0.30f, 0.55f, 0.80f)},
+        {12, SbColor(0.55f, 0.82f, 0.80f)},
+        {20, SbColor(0.95f, 0.93f, 0.65f)},
+        {26, SbColor(0.93f, 0.62f, 0.35f)},
+        {32, SbColor(0.72f, 0.20f, 0.20f)},
+    });
 }
 
 } // namespace
@@ -57,21 +53,9 @@ int main(int argc, char **argv) {
         SoSeparator *scene = newMapScene(box);
         scene->ref();
         scene->addChild(newTemperatureColors());
-        scene->addChild(newMapDomain(box));
-        auto *levels = new PoIsovaluesList;
-        levels->setRegularIsoList(-4.0f, 32.0f, 19);
-        scene->addChild(levels);
-        auto *format = new PoNumericDisplayFormat;
-        format->formatType = PbNumericDisplayFormat::INTEGER_FORMAT;
-        scene->addChild(format);
-        scene->addChild(newMapFont());
+        addContourAttributes(scene, box, -4.0f, 32.0f, 19);
 
-        auto *bands = new PoMeshFilled;
-        bands->setMesh(&ocean);
-        bands->valuesIndex = 0;
-        bands->coloringType = PoMesh::COLOR_CONTOURING;
-        bands->set("appearance.lightModel { model BASE_COLOR }");
-        scene->addChild(bands);
+        scene->addChild(newColorBands(&ocean));
         auto *lines = new PoMeshContouring;
         lines->setMesh(&ocean);
         lines->valuesIndex = 0;

@@ -5,14 +5,10 @@
 #include "tools/DataFile.h"
 
 #include <oravane/PbTriangleMesh2D.h>
-#include <oravane/PoDomain.h>
-#include <oravane/PoIsovaluesList.h>
+#include <oravane/PoDataMapping.h>
 #include <oravane/PoMeshContouring.h>
 #include <oravane/PoMeshFilled.h>
 #include <oravane/PoMeshLimit.h>
-#include <oravane/PoMiscTextAttr.h>
-#include <oravane/PoNonLinearDataMapping2.h>
-#include <oravane/PoNumericDisplayFormat.h>
 
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoDrawStyle.h>
@@ -39,14 +35,14 @@ void readStations(const oravane::Example &example, PbTriangleMesh2D &mesh) {
 }
 
 PoDataMapping *newTemperatureColors() {
-    const float values[] = {-18, -8, 0, 8, 16, 30};
-    const SbColor colors[] = {{0.30f, 0.30f, 0.62f}, {0.40f, 0.62f, 0.85f}, {0.82f, 0.91f, 0.95f},
-                              {0.97f, 0.94f, 0.72f}, {0.95f, 0.71f, 0.42f}, {0.75f, 0.22f, 0.20f}};
-    auto *mapping = new PoNonLinearDataMapping2;
-    mapping->type = PoNonLinearDataMapping2::LINEAR_PER_LEVEL;
-    mapping->value.setValues(0, 6, values);
-    mapping->color.setValues(0, 6, colors);
-    return mapping;
+    return newColorTable({
+        {-18, SbColor(0.30f, 0.30f, 0.62f)},
+        {-8, SbColor(0.40f, 0.62f, 0.85f)},
+        {0, SbColor(0.82f, 0.91f, 0.95f)},
+        {8, SbColor(0.97f, 0.94f, 0.72f)},
+        {16, SbColor(0.95f, 0.71f, 0.42f)},
+        {30, SbColor(0.75f, 0.22f, 0.20f)},
+    });
 }
 
 PoMeshContouring *newIsotherms(PbTriangleMesh2D &mesh) {
@@ -97,21 +93,9 @@ int main(int argc, char **argv) {
         SoSeparator *scene = newMapScene(box);
         scene->ref();
         scene->addChild(newTemperatureColors());
-        scene->addChild(newMapDomain(box));
-        auto *levels = new PoIsovaluesList;
-        levels->setRegularIsoList(-18.0f, 30.0f, 25);
-        scene->addChild(levels);
-        auto *format = new PoNumericDisplayFormat;
-        format->formatType = PbNumericDisplayFormat::INTEGER_FORMAT;
-        scene->addChild(format);
-        scene->addChild(newMapFont());
+        addContourAttributes(scene, box, -18.0f, 30.0f, 25);
 
-        auto *bands = new PoMeshFilled;
-        bands->setMesh(&mesh);
-        bands->valuesIndex = 0;
-        bands->coloringType = PoMesh::COLOR_CONTOURING;
-        bands->set("appearance.lightModel { model BASE_COLOR }");
-        scene->addChild(bands);
+        scene->addChild(newColorBands(&mesh));
         scene->addChild(newStationPoints(mesh));
         scene->addChild(newIsotherms(mesh));
         auto *border = new PoMeshLimit;

@@ -2,15 +2,11 @@
 // as a wire frame.
 #include "Terrain.h"
 
-#include <oravane/PoDomain.h>
-#include <oravane/PoIsovaluesList.h>
 #include <oravane/PoMeshContouring.h>
 #include <oravane/PoMeshFilled.h>
 #include <oravane/PoMeshLines.h>
 #include <oravane/PoMeshSides.h>
-#include <oravane/PoMiscTextAttr.h>
 #include <oravane/PoNonLinearDataMapping2.h>
-#include <oravane/PoNumericDisplayFormat.h>
 #include <oravane/SoVectorizeAction.h>
 
 #include <Inventor/nodes/SoDirectionalLight.h>
@@ -62,14 +58,7 @@ SoSeparator *newBlock(PbRegularCartesianGrid2D &terrain) {
 
 SoSeparator *newContourLines(PbRegularCartesianGrid2D &terrain) {
     SoSeparator *scene = newBlockScene();
-    scene->addChild(newMapDomain(terrain.getBoundingBox()));
-    auto *levels = new PoIsovaluesList;
-    levels->setRegularIsoList(600.0f, 2550.0f, 40);
-    scene->addChild(levels);
-    auto *format = new PoNumericDisplayFormat;
-    format->formatType = PbNumericDisplayFormat::INTEGER_FORMAT;
-    scene->addChild(format);
-    scene->addChild(newMapFont());
+    addContourAttributes(scene, terrain.getBoundingBox(), 600.0f, 2550.0f, 40);
     auto *lines = new PoMeshContouring;
     lines->setMesh(&terrain);
     lines->valuesIndex = 0;

@@ -1,13 +1,9 @@
 // Mount St. Helens as a contour map: a line every 20 metres, and every fifth one strong, with its height.
 #include "Terrain.h"
 
-#include <oravane/PoDomain.h>
-#include <oravane/PoIsovaluesList.h>
 #include <oravane/PoMeshContouring.h>
 #include <oravane/PoMeshFilled.h>
-#include <oravane/PoMiscTextAttr.h>
 #include <oravane/PoNonLinearDataMapping2.h>
-#include <oravane/PoNumericDisplayFormat.h>
 
 #include <Inventor/nodes/SoSeparator.h>
 
@@ -18,14 +14,7 @@ int main(int argc, char **argv) {
         SoSeparator *scene = newMapScene(terrain->getBoundingBox());
         scene->ref();
         scene->addChild(newHeightColors());
-        auto *levels = new PoIsovaluesList;
-        levels->setRegularIsoList(600.0f, 2560.0f, 99);
-        scene->addChild(levels);
-        scene->addChild(newMapDomain(terrain->getBoundingBox()));
-        auto *format = new PoNumericDisplayFormat;
-        format->formatType = PbNumericDisplayFormat::INTEGER_FORMAT;
-        scene->addChild(format);
-        scene->addChild(newMapFont());
+        addContourAttributes(scene, terrain->getBoundingBox(), 600.0f, 2560.0f, 99);
 
         auto *contours = new PoMeshContouring;
         contours->setMesh(terrain.get());
