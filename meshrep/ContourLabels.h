@@ -74,25 +74,24 @@ private:
     };
     struct Ends;
 
-    bool isLongEnough(const Ppoint_list3 &points, Size size) const;
+    bool isLongEnough(std::size_t line, Size size) const;
     int startOn(const Ppoint_list3 &points);
     std::optional<ContourLabel> tryAt(std::size_t line, int segment, Size size) const;
     bool isFree(const ContourLabel &label) const;
     bool isInsidePolygon(const ContourLabel &label, const Plimit &limit) const;
-    bool crossesLines(const ContourLabel &label, const Plimit &limit) const;
     void tilt(ContourLabel &label, const Ends &ends) const;
-    const PolylineBoxes &boxesOf(std::size_t line) const;
+    std::vector<const PolylineBoxes *> rivalsOf(float isovalue) const;
 
     const LabelRules &m_rules;
     std::span<const ContourLine> m_lines;
     std::vector<ContourLabel> m_labels;
     LabelSpaces m_spaces;
     Plimit m_clippingBox{};
-    std::vector<PolylineBoxes> m_border;
-    /// The lines that labels may not cross, by isovalue.
-    std::map<float, std::vector<std::size_t>> m_linesByValue;
-    mutable std::vector<std::optional<PolylineBoxes>> m_lineBoxes; ///< made when first asked for
-    float m_offset = 0; ///< where the next line starts to look for places
+    PolylineBoxes m_border;
+    std::vector<Plimit> m_lineBoxes;
+    std::map<float, PolylineBoxes> m_linesByValue; ///< those that labels may not cross
+    std::vector<const PolylineBoxes *> m_rivals;   ///< those that labels of the line at work may not cross
+    float m_offset = 0;                            ///< where the next line starts to look for places
 };
 
 /// The parts of a line outside of all `labels` of the given numbers, as new lists of points. Parts wholly

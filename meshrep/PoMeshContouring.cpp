@@ -12,6 +12,7 @@
 #include <oravane/PiContouringLines.h>
 #include <oravane/PiNumericFormat.h>
 #include <oravane/PiText.h>
+#include <oravane/PlanarPolygons.h>
 #include <oravane/PoDataMappingElement.h>
 #include <oravane/PoIsovaluesListElement.h>
 #include <oravane/PoMiscTextAttrElement.h>
