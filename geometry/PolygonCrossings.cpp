@@ -1,12 +1,15 @@
-#include <oravane/PlanarPolygons.h>
+#include "geometry/PolygonCrossings.h"
 
 #include "geometry/PlanarSegments.h"
+
+#include <oravane/PlanarPolygons.h>
 
 #include <memory>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
+using oravane::OutsidePiece;
 using oravane::Planar;
 using oravane::planar;
 using oravane::spanOf;
@@ -156,23 +159,6 @@ int intersect(const List &p, const List &q, int *capacity, List *out, int **inde
     return count;
 }
 
-/// Number of a crossing, or NONE for an end of the line.
-struct Piece {
-    static constexpr int NONE = -1;
-    int from, to;
-};
-
-std::vector<Piece> piecesOutside(int numCrossings, bool startsInside) {
-    if (numCrossings == 0)
-        return {{Piece::NONE, Piece::NONE}};
-    std::vector<Piece> pieces;
-    if (!startsInside)
-        pieces.push_back({Piece::NONE, 0});
-    for (int i = startsInside ? 0 : 1; i < numCrossings; i += 2)
-        pieces.push_back({i, i + 1 < numCrossings ? i + 1 : Piece::NONE});
-    return pieces;
-}
-
 template <class Point>
 struct PiecePoints {
     std::unique_ptr<Point[]> points;
@@ -180,20 +166,20 @@ struct PiecePoints {
 };
 
 template <class Point>
-PiecePoints<Point> pointsOf(const Piece &piece, std::span<const Point> line,
+PiecePoints<Point> pointsOf(const OutsidePiece &piece, std::span<const Point> line,
                             const std::vector<Crossing> &crossings) {
     const auto pointAt = [&](int crossing) {
         const Crossing &c = crossings[crossing];
         return pointOn(line[c.p], line[c.p + 1], c.at);
     };
-    const std::size_t first = piece.from == Piece::NONE ? 0 : crossings[piece.from].p + 1;
-    const std::size_t end = piece.to == Piece::NONE ? line.size() : crossings[piece.to].p + 1;
+    const std::size_t first = piece.from == OutsidePiece::NONE ? 0 : crossings[piece.from].p + 1;
+    const std::size_t end = piece.to == OutsidePiece::NONE ? line.size() : crossings[piece.to].p + 1;
     auto points = std::make_unique_for_overwrite<Point[]>(end - first + 2);
     Point *next = points.get();
-    if (piece.from != Piece::NONE)
+    if (piece.from != OutsidePiece::NONE)
         *next++ = pointAt(piece.from);
     next = std::copy(line.begin() + first, line.begin() + end, next);
-    if (piece.to != Piece::NONE)
+    if (piece.to != OutsidePiece::NONE)
         *next++ = pointAt(piece.to);
     const int count = static_cast<int>(next - points.get());
     return {std::move(points), count};
@@ -207,12 +193,13 @@ void subtract(const List &p, const List &q, Lists *out) {
     const std::vector<Crossing> crossings = crossingsOf(line, polygon);
     const auto isClosed = [&] { return planar(polygon.front()) == planar(polygon.back()); };
     const bool startsInside = !crossings.empty() && isClosed() && pscanLine2D(line.front(), q) % 2 != 0;
-    const std::vector<Piece> pieces = piecesOutside(static_cast<int>(crossings.size()), startsInside);
+    const std::vector<OutsidePiece> pieces =
+        oravane::piecesOutside(static_cast<int>(crossings.size()), startsInside);
 
     auto lists = std::make_unique<List[]>(pieces.size());
     std::vector<PiecePoints<std::remove_pointer_t<decltype(p.points)>>> made;
     made.reserve(pieces.size());
-    for (const Piece &piece : pieces)
+    for (const OutsidePiece &piece : pieces)
         made.push_back(pointsOf(piece, line, crossings));
     for (std::size_t i = 0; i < pieces.size(); ++i)
         lists[i] = {made[i].count, made[i].points.release()};
@@ -220,6 +207,29 @@ void subtract(const List &p, const List &q, Lists *out) {
 }
 
 } // namespace
+
+namespace oravane {
+
+std::vector<LineCrossing> lineCrossings(std::span<const Ppoint3> line, std::span<const Ppoint3> polygon) {
+    std::vector<LineCrossing> crossings;
+    for (const Crossing &c : crossingsOf(line, polygon))
+        crossings.push_back({pointOn(line[c.p], line[c.p + 1], c.at), c.p});
+    return crossings;
+}
+
+std::vector<OutsidePiece> piecesOutside(int numCrossings, bool startsInside) {
+    constexpr int none = OutsidePiece::NONE;
+    if (numCrossings == 0)
+        return {{none, none}};
+    std::vector<OutsidePiece> pieces;
+    if (!startsInside)
+        pieces.push_back({none, 0});
+    for (int i = startsInside ? 0 : 1; i < numCrossings; i += 2)
+        pieces.push_back({i, i + 1 < numCrossings ? i + 1 : none});
+    return pieces;
+}
+
+} // namespace oravane
 
 int pintersPolygons2D(const Ppoint_list &p, const Ppoint_list &q, int *capacity, Ppoint_list *out,
                       int **indexP, int **indexQ) {

@@ -227,67 +227,13 @@ void ContourLabels::tilt(ContourLabel &label, const Ends &ends) const {
     tiltPoints(label.outer, label.middle, dx / length, dy / length, dz / length);
 }
 
-std::vector<std::size_t> ContourLabels::labelsOn(std::size_t line) const {
+std::vector<std::size_t> ContourLabels::labelsNear(std::size_t line) const {
     std::vector<std::size_t> found;
     m_spaces.find(m_lineBoxes[line], found);
-    if (found.empty())
-        return found;
-    PolylineBoxes boxes;
-    boxes.add(line, m_lines[line].points);
-    boxes.arrange();
-    std::erase_if(found, [&](std::size_t number) {
-        std::array<Ppoint3, 5> outer = m_labels[number].outer;
-        if (m_rules.is3D && m_labels[number].isovalue != m_lines[line].isovalue)
-            return true;
-        return !boxes.cross(outer.data(), boxOf(outer)) &&
-               pscanLine2D(m_lines[line].points.points[0], Ppoint_list3{5, outer.data()}) % 2 == 0;
-    });
+    if (m_rules.is3D)
+        std::erase_if(
+            found, [&](std::size_t number) { return m_labels[number].isovalue != m_lines[line].isovalue; });
     return found;
-}
-
-namespace {
-
-/// What `pdiffPolygons2D` leaves, with ownership.
-std::vector<std::vector<Ppoint3>> partsOutside(std::vector<Ppoint3> &line, const ContourLabel &label) {
-    std::array<Ppoint3, 5> outer = label.outer;
-    const Ppoint_list3 polygon{5, outer.data()};
-    Ppoint_list_list3 parts{0, nullptr};
-    pdiffPolygons2D({static_cast<int>(line.size()), line.data()}, polygon, &parts);
-    std::vector<std::vector<Ppoint3>> result;
-    for (int k = 0; k < parts.numLists; ++k) {
-        const Ppoint_list3 &part = parts.lists[k];
-        result.emplace_back(part.points, part.points + part.numPoints);
-        delete[] part.points;
-    }
-    delete[] parts.lists;
-    // Without a crossing the line comes back whole, wherever it is.
-    const auto isSame = [](const Ppoint3 &a, const Ppoint3 &b) { return a.x == b.x && a.y == b.y; };
-    if (result.size() == 1 && result[0].size() == line.size() && !line.empty() &&
-        isSame(result[0].front(), line.front()) && isSame(result[0].back(), line.back()) &&
-        pscanLine2D(line.front(), polygon) % 2 != 0 && pscanLine2D(line.back(), polygon) % 2 != 0)
-        result.clear();
-    return result;
-}
-
-} // namespace
-
-std::vector<std::vector<Ppoint3>> cutAtLabels(const Ppoint_list3 &line, std::span<const ContourLabel> labels,
-                                              std::span<const std::size_t> numbers) {
-    std::vector<std::vector<Ppoint3>> parts{{line.points, line.points + line.numPoints}};
-    for (const std::size_t number : numbers) {
-        const Plimit limit = boxOf(labels[number].outer);
-        std::vector<std::vector<Ppoint3>> left;
-        for (std::vector<Ppoint3> &part : parts) {
-            if (!pintersBBox2D(boxOf(part), limit)) {
-                left.push_back(std::move(part));
-                continue;
-            }
-            for (std::vector<Ppoint3> &outside : partsOutside(part, labels[number]))
-                left.push_back(std::move(outside));
-        }
-        parts = std::move(left);
-    }
-    return parts;
 }
 
 } // namespace oravane

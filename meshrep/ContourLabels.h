@@ -2,6 +2,7 @@
 #define ORAVANE_MESHREP_CONTOURLABELS_H
 
 #include "meshrep/LabelSpaces.h"
+#include "meshrep/LineCut.h"
 #include "meshrep/PolylineBoxes.h"
 
 #include <oravane/PoMeshContouring.h>
@@ -37,8 +38,8 @@ struct LabelRules {
 
 /// A label in its place.
 struct ContourLabel {
-    std::array<Ppoint3, 4> box;   ///< of the text: start below, start above, end above, end below
-    std::array<Ppoint3, 5> outer; ///< the same with a margin, closed
+    std::array<Ppoint3, 4> box; ///< of the text: start below, start above, end above, end below
+    ClosedBox outer;            ///< the same with a margin, closed
     Ppoint3 middle;
     float isovalue;
     std::size_t line;
@@ -64,9 +65,9 @@ public:
     void placeOn(std::size_t line, float width, float height);
 
     std::span<const ContourLabel> all() const { return m_labels; }
-    /// Numbers of the labels that a line has to make way for. On a surface in space these are labels of its
-    /// own value only.
-    std::vector<std::size_t> labelsOn(std::size_t line) const;
+    /// Of the labels that a line has to make way for if it meets them: all that its box meets. On a surface
+    /// in space these are labels of its own value only.
+    std::vector<std::size_t> labelsNear(std::size_t line) const;
 
 private:
     struct Size {
@@ -93,11 +94,6 @@ private:
     std::vector<const PolylineBoxes *> m_rivals;   ///< those that labels of the line at work may not cross
     float m_offset = 0;                            ///< where the next line starts to look for places
 };
-
-/// The parts of a line outside of all `labels` of the given numbers, as new lists of points. Parts wholly
-/// under a label are dropped.
-std::vector<std::vector<Ppoint3>> cutAtLabels(const Ppoint_list3 &line, std::span<const ContourLabel> labels,
-                                              std::span<const std::size_t> numbers);
 
 } // namespace oravane
 
