@@ -24,6 +24,9 @@ public:
             addLevel();
     }
 
+    /// Around all boxes, of which there is one at least.
+    const Plimit &all() const { return m_boxes.back(); }
+
     /// Calls `visit(k)` for each box k that meets `limit`, in order, until one returns true; returns whether
     /// one did.
     template <class Visit>

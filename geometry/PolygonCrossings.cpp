@@ -1,5 +1,6 @@
 #include "geometry/PolygonCrossings.h"
 
+#include "geometry/BoxTree.h"
 #include "geometry/PlanarSegments.h"
 
 #include <oravane/PlanarPolygons.h>
@@ -16,56 +17,40 @@ using oravane::spanOf;
 
 namespace {
 
-/// Finds the segments of a polyline near a box without a look at each: boxes of eight segments, boxes of
-/// eight such boxes, and so on.
+/// Finds the segments of a polyline near a box without a look at each.
 template <class Point>
 class SegmentTree {
 public:
-    explicit SegmentTree(std::span<const Point> line) : m_line(line) {
-        std::vector<Plimit> boxes;
-        for (std::size_t first = 0; first + 1 < line.size(); first += FAN)
-            boxes.push_back(oravane::limitOf(line.subspan(first, std::min(FAN + 1, line.size() - first))));
-        m_levels.push_back(std::move(boxes));
-        while (m_levels.back().size() > 1)
-            m_levels.push_back(unionsOf(m_levels.back()));
-    }
+    explicit SegmentTree(std::span<const Point> line) : m_line(line), m_tree(boxesAlong(line)) {}
 
     /// Of the whole line, which has a segment at least.
-    const Plimit &limit() const { return m_levels.back().front(); }
+    const Plimit &limit() const { return m_tree.all(); }
 
     /// Calls `visit(k)` for each segment k whose box meets `box`, in order.
     template <class Visit>
     void visitNear(const Plimit &box, const Visit &visit) const {
-        descend(m_levels.size() - 1, 0, box, visit);
+        m_tree.anyNear(box, [&](std::size_t piece) {
+            const std::size_t end = std::min((piece + 1) * FAN, m_line.size() - 1);
+            for (std::size_t k = piece * FAN; k < end; ++k)
+                if (oravane::areMeeting(oravane::limitOf(m_line.subspan(k, 2)), box))
+                    visit(k);
+            return false;
+        });
     }
 
 private:
-    static constexpr std::size_t FAN = 8;
+    static constexpr std::size_t FAN = 8; ///< segments of a box
 
-    static std::vector<Plimit> unionsOf(const std::vector<Plimit> &boxes) {
-        std::vector<Plimit> unions((boxes.size() + FAN - 1) / FAN, oravane::emptyLimit());
-        for (std::size_t i = 0; i < boxes.size(); ++i) {
-            oravane::include(unions[i / FAN], boxes[i].xmin, boxes[i].ymin);
-            oravane::include(unions[i / FAN], boxes[i].xmax, boxes[i].ymax);
-        }
-        return unions;
-    }
-
-    template <class Visit>
-    void descend(std::size_t level, std::size_t index, const Plimit &box, const Visit &visit) const {
-        if (!oravane::areMeeting(m_levels[level][index], box))
-            return;
-        const std::size_t below = level > 0 ? m_levels[level - 1].size() : m_line.size() - 1;
-        const std::size_t end = std::min((index + 1) * FAN, below);
-        for (std::size_t child = index * FAN; child < end; ++child)
-            if (level > 0)
-                descend(level - 1, child, box, visit);
-            else if (oravane::areMeeting(oravane::limitOf(m_line.subspan(child, 2)), box))
-                visit(child);
+    static std::vector<Plimit> boxesAlong(std::span<const Point> line) {
+        std::vector<Plimit> boxes;
+        boxes.reserve(line.size() / FAN + 1);
+        for (std::size_t first = 0; first + 1 < line.size(); first += FAN)
+            boxes.push_back(oravane::limitOf(line.subspan(first, std::min(FAN + 1, line.size() - first))));
+        return boxes;
     }
 
     std::span<const Point> m_line;
-    std::vector<std::vector<Plimit>> m_levels; ///< the last one has one box
+    oravane::BoxTree m_tree;
 };
 
 struct Crossing {
