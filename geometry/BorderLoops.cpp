@@ -1,6 +1,8 @@
 #include "geometry/BorderLoops.h"
 
 #include <algorithm>
+#include <numeric>
+#include <utility>
 
 namespace oravane {
 
@@ -17,65 +19,72 @@ std::span<const int> BorderLoops::loop(std::size_t index) const {
     return std::span(m_nodes).subspan(m_loopStart[index], m_loopStart[index + 1] - m_loopStart[index]);
 }
 
+/// `forEach` calls what it is given with each node and its entry. Entries of a node keep their order; those
+/// of node n stand from `m_start[n]` to `m_start[n + 1]`.
+template <class Entry, class ForEach>
+void BorderLoops::groupByNode(int numNodes, std::vector<Entry> &grouped, ForEach forEach) {
+    m_start.assign(static_cast<std::size_t>(numNodes) + 2, 0);
+    forEach([this](int node, const Entry &) { ++m_start[node + 2]; });
+    std::partial_sum(m_start.begin(), m_start.end(), m_start.begin());
+    grouped.resize(m_start.back());
+    forEach([&](int node, const Entry &entry) { grouped[m_start[node + 1]++] = entry; });
+}
+
 // Of a side that occurs an odd number of times, the last occurrence stays: the one that a table would hold
 // which takes sides in and out by turns.
 void BorderLoops::keepOddSides(int numNodes) {
-    m_start.assign(static_cast<std::size_t>(numNodes) + 2, 0);
-    for (const Side &side : m_sides)
-        ++m_start[side.low + 2];
-    for (std::size_t node = 2; node < m_start.size(); ++node)
-        m_start[node] += m_start[node - 1];
-    m_byLow.resize(m_sides.size());
-    for (std::uint32_t k = 0; k < m_sides.size(); ++k)
-        m_byLow[m_start[m_sides[k].low + 1]++] = k;
+    groupByNode(numNodes, m_byLow, [this](auto take) {
+        for (std::uint32_t k = 0; k < m_sides.size(); ++k)
+            take(m_sides[k].low, {m_sides[k].high, k});
+    });
     m_border.clear();
     for (int node = 0; node < numNodes; ++node) {
         const auto begin = m_byLow.begin() + m_start[node], end = m_byLow.begin() + m_start[node + 1];
-        std::sort(begin, end, [this](std::uint32_t a, std::uint32_t b) {
-            return m_sides[a].high != m_sides[b].high ? m_sides[a].high < m_sides[b].high : a < b;
+        std::sort(begin, end, [](const Numbered &a, const Numbered &b) {
+            return a.high != b.high ? a.high < b.high : a.side < b.side;
         });
         for (auto first = begin; first != end;) {
             auto next = first + 1;
-            while (next != end && m_sides[*next].high == m_sides[*first].high)
+            while (next != end && next->high == first->high)
                 ++next;
             if ((next - first) % 2 == 1)
-                m_border.push_back(*(next - 1));
+                m_border.push_back((next - 1)->side);
             first = next;
         }
     }
 }
 
 void BorderLoops::sortAsChained() {
-    const auto chainOf = [this](std::uint32_t k) {
+    std::vector<std::pair<std::int64_t, std::uint32_t>> chained;
+    chained.reserve(m_border.size());
+    for (const std::uint32_t k : m_border) {
         constexpr std::int64_t numChains = 1003;
         const std::int64_t low = m_sides[k].low, high = m_sides[k].high;
-        return (low + high + (low + 1) % numChains * ((high + 1) % numChains)) % numChains;
-    };
-    std::sort(m_border.begin(), m_border.end(), [&](std::uint32_t a, std::uint32_t b) {
-        const std::int64_t chainA = chainOf(a), chainB = chainOf(b);
-        return chainA != chainB ? chainA < chainB : a > b;
+        chained.emplace_back((low + high + (low + 1) % numChains * ((high + 1) % numChains)) % numChains, k);
+    }
+    std::sort(chained.begin(), chained.end(), [](const auto &a, const auto &b) {
+        return a.first != b.first ? a.first < b.first : a.second > b.second;
     });
+    std::transform(chained.begin(), chained.end(), m_border.begin(),
+                   [](const auto &side) { return side.second; });
 }
 
-void BorderLoops::linkNodes() {
-    m_ends.clear();
-    for (std::uint32_t k = 0; k < m_border.size(); ++k) {
-        m_ends.push_back({m_sides[m_border[k]].low, k});
-        m_ends.push_back({m_sides[m_border[k]].high, k});
-    }
-    std::sort(m_ends.begin(), m_ends.end(), [](const End &a, const End &b) {
-        return a.node != b.node ? a.node < b.node : a.side < b.side;
+void BorderLoops::linkNodes(int numNodes) {
+    groupByNode(numNodes, m_ends, [this](auto take) {
+        for (std::uint32_t k = 0; k < m_border.size(); ++k) {
+            take(m_sides[m_border[k]].low, k);
+            take(m_sides[m_border[k]].high, k);
+        }
     });
 }
 
 // From the higher end of a side around to its lower end, always along the first side in order that is left.
 void BorderLoops::walkFrom(std::size_t side) {
     const auto nextFrom = [this](std::int32_t node) {
-        auto end = std::lower_bound(m_ends.begin(), m_ends.end(), node,
-                                    [](const End &e, std::int32_t n) { return e.node < n; });
-        while (m_isUsed[end->side])
-            ++end;
-        return end->side;
+        std::uint32_t place = m_start[node];
+        while (m_isUsed[m_ends[place]])
+            ++place;
+        return m_ends[place];
     };
     const Side &first = m_sides[m_border[side]];
     m_isUsed[side] = 1;
@@ -94,7 +103,7 @@ void BorderLoops::walkFrom(std::size_t side) {
 void BorderLoops::join(int numNodes) {
     keepOddSides(numNodes);
     sortAsChained();
-    linkNodes();
+    linkNodes(numNodes);
     m_nodes.clear();
     m_loopStart.assign(1, 0);
     m_isUsed.assign(m_border.size(), 0);

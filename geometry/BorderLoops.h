@@ -20,8 +20,8 @@ namespace oravane {
 /// Every node has an even number of border sides, so each walk ends where it began, also where several loops
 /// meet in one node. The order of sides, and with it that of the loops and their direction, is that of a hash
 /// table of 1003 chains with new sides in front; it is kept so that the same mesh always gives the same
-/// polylines. Cost grows with the number of sides, and for the border with n log n. Buffers are kept from one
-/// use to the next.
+/// polylines. Cost grows with the number of sides and nodes, and for the border with n log n. Buffers are
+/// kept from one use to the next.
 class BorderLoops {
 public:
     void clear();
@@ -39,22 +39,24 @@ private:
     struct Side {
         std::int32_t low, high;
     };
+    struct Numbered {
+        std::int32_t high;
+        std::uint32_t side; ///< place in `m_sides`
+    };
 
+    template <class Entry, class ForEach>
+    void groupByNode(int numNodes, std::vector<Entry> &grouped, ForEach forEach);
     void keepOddSides(int numNodes);
     void sortAsChained();
-    void linkNodes();
+    void linkNodes(int numNodes);
     void walkFrom(std::size_t side);
 
     std::vector<Side> m_sides;
-    std::vector<std::uint32_t> m_start;  ///< first place of each lower end in `m_byLow`
-    std::vector<std::uint32_t> m_byLow;  ///< numbers of the sides, grouped by their lower end
+    std::vector<std::uint32_t> m_start;  ///< first place of each node in the entries last grouped
+    std::vector<Numbered> m_byLow;       ///< all sides, grouped by their lower end
     std::vector<std::uint32_t> m_border; ///< numbers of the border sides, in chain order
     std::vector<std::uint8_t> m_isUsed;  ///< of each border side
-    struct End {
-        std::int32_t node;
-        std::uint32_t side; ///< place in `m_border`
-    };
-    std::vector<End> m_ends; ///< both ends of all border sides, by node and then by side
+    std::vector<std::uint32_t> m_ends;   ///< places in `m_border`, ascending, grouped by both ends
     std::vector<int> m_nodes;
     std::vector<std::size_t> m_loopStart{0};
 };

@@ -1,68 +1,56 @@
-#include <oravane/PlanarPolygons.h>
+#include "geometry/PolygonCrossings.h"
 
+#include "geometry/BoxTree.h"
 #include "geometry/PlanarSegments.h"
+
+#include <oravane/PlanarPolygons.h>
 
 #include <memory>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
+using oravane::OutsidePiece;
 using oravane::Planar;
 using oravane::planar;
 using oravane::spanOf;
 
 namespace {
 
-/// Finds the segments of a polyline near a box without a look at each: boxes of eight segments, boxes of
-/// eight such boxes, and so on.
+/// Finds the segments of a polyline near a box without a look at each.
 template <class Point>
 class SegmentTree {
 public:
-    explicit SegmentTree(std::span<const Point> line) : m_line(line) {
-        std::vector<Plimit> boxes;
-        for (std::size_t first = 0; first + 1 < line.size(); first += FAN)
-            boxes.push_back(oravane::limitOf(line.subspan(first, std::min(FAN + 1, line.size() - first))));
-        m_levels.push_back(std::move(boxes));
-        while (m_levels.back().size() > 1)
-            m_levels.push_back(unionsOf(m_levels.back()));
-    }
+    explicit SegmentTree(std::span<const Point> line) : m_line(line), m_tree(boxesAlong(line)) {}
 
     /// Of the whole line, which has a segment at least.
-    const Plimit &limit() const { return m_levels.back().front(); }
+    const Plimit &limit() const { return m_tree.all(); }
 
     /// Calls `visit(k)` for each segment k whose box meets `box`, in order.
     template <class Visit>
     void visitNear(const Plimit &box, const Visit &visit) const {
-        descend(m_levels.size() - 1, 0, box, visit);
+        m_tree.anyNear(box, [&](std::size_t piece) {
+            const std::size_t end = std::min((piece + 1) * FAN, m_line.size() - 1);
+            for (std::size_t k = piece * FAN; k < end; ++k)
+                if (oravane::areMeeting(oravane::limitOf(m_line.subspan(k, 2)), box))
+                    visit(k);
+            return false;
+        });
     }
 
 private:
-    static constexpr std::size_t FAN = 8;
+    static constexpr std::size_t FAN = 8; ///< segments of a box
 
-    static std::vector<Plimit> unionsOf(const std::vector<Plimit> &boxes) {
-        std::vector<Plimit> unions((boxes.size() + FAN - 1) / FAN, oravane::emptyLimit());
-        for (std::size_t i = 0; i < boxes.size(); ++i) {
-            oravane::include(unions[i / FAN], boxes[i].xmin, boxes[i].ymin);
-            oravane::include(unions[i / FAN], boxes[i].xmax, boxes[i].ymax);
-        }
-        return unions;
-    }
-
-    template <class Visit>
-    void descend(std::size_t level, std::size_t index, const Plimit &box, const Visit &visit) const {
-        if (!oravane::areMeeting(m_levels[level][index], box))
-            return;
-        const std::size_t below = level > 0 ? m_levels[level - 1].size() : m_line.size() - 1;
-        const std::size_t end = std::min((index + 1) * FAN, below);
-        for (std::size_t child = index * FAN; child < end; ++child)
-            if (level > 0)
-                descend(level - 1, child, box, visit);
-            else if (oravane::areMeeting(oravane::limitOf(m_line.subspan(child, 2)), box))
-                visit(child);
+    static std::vector<Plimit> boxesAlong(std::span<const Point> line) {
+        std::vector<Plimit> boxes;
+        boxes.reserve(line.size() / FAN + 1);
+        for (std::size_t first = 0; first + 1 < line.size(); first += FAN)
+            boxes.push_back(oravane::limitOf(line.subspan(first, std::min(FAN + 1, line.size() - first))));
+        return boxes;
     }
 
     std::span<const Point> m_line;
-    std::vector<std::vector<Plimit>> m_levels; ///< the last one has one box
+    oravane::BoxTree m_tree;
 };
 
 struct Crossing {
@@ -156,23 +144,6 @@ int intersect(const List &p, const List &q, int *capacity, List *out, int **inde
     return count;
 }
 
-/// Number of a crossing, or NONE for an end of the line.
-struct Piece {
-    static constexpr int NONE = -1;
-    int from, to;
-};
-
-std::vector<Piece> piecesOutside(int numCrossings, bool startsInside) {
-    if (numCrossings == 0)
-        return {{Piece::NONE, Piece::NONE}};
-    std::vector<Piece> pieces;
-    if (!startsInside)
-        pieces.push_back({Piece::NONE, 0});
-    for (int i = startsInside ? 0 : 1; i < numCrossings; i += 2)
-        pieces.push_back({i, i + 1 < numCrossings ? i + 1 : Piece::NONE});
-    return pieces;
-}
-
 template <class Point>
 struct PiecePoints {
     std::unique_ptr<Point[]> points;
@@ -180,20 +151,20 @@ struct PiecePoints {
 };
 
 template <class Point>
-PiecePoints<Point> pointsOf(const Piece &piece, std::span<const Point> line,
+PiecePoints<Point> pointsOf(const OutsidePiece &piece, std::span<const Point> line,
                             const std::vector<Crossing> &crossings) {
     const auto pointAt = [&](int crossing) {
         const Crossing &c = crossings[crossing];
         return pointOn(line[c.p], line[c.p + 1], c.at);
     };
-    const std::size_t first = piece.from == Piece::NONE ? 0 : crossings[piece.from].p + 1;
-    const std::size_t end = piece.to == Piece::NONE ? line.size() : crossings[piece.to].p + 1;
+    const std::size_t first = piece.from == OutsidePiece::NONE ? 0 : crossings[piece.from].p + 1;
+    const std::size_t end = piece.to == OutsidePiece::NONE ? line.size() : crossings[piece.to].p + 1;
     auto points = std::make_unique_for_overwrite<Point[]>(end - first + 2);
     Point *next = points.get();
-    if (piece.from != Piece::NONE)
+    if (piece.from != OutsidePiece::NONE)
         *next++ = pointAt(piece.from);
     next = std::copy(line.begin() + first, line.begin() + end, next);
-    if (piece.to != Piece::NONE)
+    if (piece.to != OutsidePiece::NONE)
         *next++ = pointAt(piece.to);
     const int count = static_cast<int>(next - points.get());
     return {std::move(points), count};
@@ -207,12 +178,13 @@ void subtract(const List &p, const List &q, Lists *out) {
     const std::vector<Crossing> crossings = crossingsOf(line, polygon);
     const auto isClosed = [&] { return planar(polygon.front()) == planar(polygon.back()); };
     const bool startsInside = !crossings.empty() && isClosed() && pscanLine2D(line.front(), q) % 2 != 0;
-    const std::vector<Piece> pieces = piecesOutside(static_cast<int>(crossings.size()), startsInside);
+    const std::vector<OutsidePiece> pieces =
+        oravane::piecesOutside(static_cast<int>(crossings.size()), startsInside);
 
     auto lists = std::make_unique<List[]>(pieces.size());
     std::vector<PiecePoints<std::remove_pointer_t<decltype(p.points)>>> made;
     made.reserve(pieces.size());
-    for (const Piece &piece : pieces)
+    for (const OutsidePiece &piece : pieces)
         made.push_back(pointsOf(piece, line, crossings));
     for (std::size_t i = 0; i < pieces.size(); ++i)
         lists[i] = {made[i].count, made[i].points.release()};
@@ -220,6 +192,29 @@ void subtract(const List &p, const List &q, Lists *out) {
 }
 
 } // namespace
+
+namespace oravane {
+
+std::vector<LineCrossing> lineCrossings(std::span<const Ppoint3> line, std::span<const Ppoint3> polygon) {
+    std::vector<LineCrossing> crossings;
+    for (const Crossing &c : crossingsOf(line, polygon))
+        crossings.push_back({pointOn(line[c.p], line[c.p + 1], c.at), c.p});
+    return crossings;
+}
+
+std::vector<OutsidePiece> piecesOutside(int numCrossings, bool startsInside) {
+    constexpr int none = OutsidePiece::NONE;
+    if (numCrossings == 0)
+        return {{none, none}};
+    std::vector<OutsidePiece> pieces;
+    if (!startsInside)
+        pieces.push_back({none, 0});
+    for (int i = startsInside ? 0 : 1; i < numCrossings; i += 2)
+        pieces.push_back({i, i + 1 < numCrossings ? i + 1 : none});
+    return pieces;
+}
+
+} // namespace oravane
 
 int pintersPolygons2D(const Ppoint_list &p, const Ppoint_list &q, int *capacity, Ppoint_list *out,
                       int **indexP, int **indexQ) {

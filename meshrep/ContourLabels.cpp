@@ -1,8 +1,10 @@
 #include "meshrep/ContourLabels.h"
 
+#include <oravane/PlanarPolygons.h>
+
 #include <algorithm>
 #include <cmath>
-#include <numbers>
+#include <set>
 
 namespace oravane {
 
@@ -39,26 +41,25 @@ struct ContourLabels::Ends {
 };
 
 ContourLabels::ContourLabels(const LabelRules &rules, std::span<const ContourLine> lines)
-    : m_rules(rules), m_lines(lines), m_spaces(4 * rules.fontSize), m_lineBoxes(lines.size()) {
+    : m_rules(rules), m_lines(lines), m_spaces(4 * rules.fontSize) {
     pcomputePolygonBBox2D(rules.clippingPolygon, &m_clippingBox);
     for (int k = 0; k < rules.limits.numLists; ++k)
-        m_border.emplace_back(rules.limits.lists[k]);
+        m_border.add(k, rules.limits.lists[k]);
+    m_border.arrange();
+    m_lineBoxes.reserve(lines.size());
+    for (const ContourLine &line : lines)
+        m_lineBoxes.push_back(boxOf({line.points.points, static_cast<std::size_t>(line.points.numPoints)}));
     if (rules.crossStatus == PoMeshContouring::CROSS_CONTOUR)
         return;
     for (std::size_t k = 0; k < lines.size(); ++k)
         if (lines[k].isMajor || rules.crossStatus == PoMeshContouring::DONT_CROSS_CONTOUR)
-            m_linesByValue[lines[k].isovalue].push_back(k);
+            m_linesByValue[lines[k].isovalue].add(k, lines[k].points);
+    for (auto &[isovalue, boxes] : m_linesByValue)
+        boxes.arrange();
 }
 
-const PolylineBoxes &ContourLabels::boxesOf(std::size_t line) const {
-    if (!m_lineBoxes[line])
-        m_lineBoxes[line].emplace(m_lines[line].points);
-    return *m_lineBoxes[line];
-}
-
-bool ContourLabels::isLongEnough(const Ppoint_list3 &points, Size size) const {
-    Plimit box{};
-    pcomputePolygonBBox2D(points, &box);
+bool ContourLabels::isLongEnough(std::size_t line, Size size) const {
+    const Plimit &box = m_lineBoxes[line];
     const double w = size.width, h = size.height;
     const double dx = static_cast<double>(box.xmax) - static_cast<double>(box.xmin),
                  dy = static_cast<double>(box.ymax) - static_cast<double>(box.ymin);
@@ -81,8 +82,9 @@ void ContourLabels::placeOn(std::size_t line, float width, float height) {
     const Ppoint_list3 &points = m_lines[line].points;
     const Size size{width, height};
     const int numSegments = points.numPoints - 1;
-    if (numSegments < 1 || !isLongEnough(points, size))
+    if (numSegments < 1 || !isLongEnough(line, size))
         return;
+    m_rivals = rivalsOf(m_lines[line].isovalue);
     const int start = startOn(points);
     int k = start;
     for (bool isLabelled = false; !isLabelled || k >= start;) {
@@ -146,10 +148,11 @@ bool ContourLabels::isFree(const ContourLabel &label) const {
     const Plimit limit = boxOf(label.outer);
     if (m_spaces.isTaken(limit) || !isInsidePolygon(label, limit))
         return false;
-    for (const PolylineBoxes &border : m_border)
-        if (border.crosses(label.outer.data(), limit))
-            return false;
-    return m_rules.crossStatus == PoMeshContouring::CROSS_CONTOUR || !crossesLines(label, limit);
+    const auto isCrossing = [&](const PolylineBoxes *lines) {
+        return lines->cross(label.outer.data(), limit, label.line);
+    };
+    return !m_border.cross(label.outer.data(), limit) &&
+           std::none_of(m_rivals.begin(), m_rivals.end(), isCrossing);
 }
 
 bool ContourLabels::isInsidePolygon(const ContourLabel &label, const Plimit &limit) const {
@@ -162,18 +165,15 @@ bool ContourLabels::isInsidePolygon(const ContourLabel &label, const Plimit &lim
     });
 }
 
-bool ContourLabels::crossesLines(const ContourLabel &label, const Plimit &limit) const {
-    const float isovalue = label.isovalue;
-    const std::array<float, 2> next = m_rules.neighbours(isovalue);
-    const auto crossesAt = [&](float value) {
-        const auto lines = m_linesByValue.find(value);
-        return lines != m_linesByValue.end() &&
-               std::any_of(lines->second.begin(), lines->second.end(), [&](std::size_t line) {
-                   return line != label.line && boxesOf(line).crosses(label.outer.data(), limit);
-               });
-    };
-    return crossesAt(isovalue) || (next[0] != isovalue && crossesAt(next[0])) ||
-           (next[1] != isovalue && next[1] != next[0] && crossesAt(next[1]));
+std::vector<const PolylineBoxes *> ContourLabels::rivalsOf(float isovalue) const {
+    std::vector<const PolylineBoxes *> rivals;
+    if (m_linesByValue.empty())
+        return rivals;
+    const auto [below, above] = m_rules.neighbours(isovalue);
+    for (const float value : std::set{isovalue, below, above})
+        if (const auto lines = m_linesByValue.find(value); lines != m_linesByValue.end())
+            rivals.push_back(&lines->second);
+    return rivals;
 }
 
 namespace {
@@ -227,63 +227,13 @@ void ContourLabels::tilt(ContourLabel &label, const Ends &ends) const {
     tiltPoints(label.outer, label.middle, dx / length, dy / length, dz / length);
 }
 
-std::vector<std::size_t> ContourLabels::labelsOn(std::size_t line) const {
-    const PolylineBoxes &boxes = boxesOf(line);
+std::vector<std::size_t> ContourLabels::labelsNear(std::size_t line) const {
     std::vector<std::size_t> found;
-    m_spaces.find(boxes.box(), found);
-    std::erase_if(found, [&](std::size_t number) {
-        std::array<Ppoint3, 5> outer = m_labels[number].outer;
-        if (m_rules.is3D && m_labels[number].isovalue != m_lines[line].isovalue)
-            return true;
-        return !boxes.crosses(outer.data(), boxOf(outer)) &&
-               pscanLine2D(m_lines[line].points.points[0], Ppoint_list3{5, outer.data()}) % 2 == 0;
-    });
+    m_spaces.find(m_lineBoxes[line], found);
+    if (m_rules.is3D)
+        std::erase_if(
+            found, [&](std::size_t number) { return m_labels[number].isovalue != m_lines[line].isovalue; });
     return found;
-}
-
-namespace {
-
-/// What `pdiffPolygons2D` leaves, with ownership.
-std::vector<std::vector<Ppoint3>> partsOutside(std::vector<Ppoint3> &line, const ContourLabel &label) {
-    std::array<Ppoint3, 5> outer = label.outer;
-    const Ppoint_list3 polygon{5, outer.data()};
-    Ppoint_list_list3 parts{0, nullptr};
-    pdiffPolygons2D({static_cast<int>(line.size()), line.data()}, polygon, &parts);
-    std::vector<std::vector<Ppoint3>> result;
-    for (int k = 0; k < parts.numLists; ++k) {
-        const Ppoint_list3 &part = parts.lists[k];
-        result.emplace_back(part.points, part.points + part.numPoints);
-        delete[] part.points;
-    }
-    delete[] parts.lists;
-    // Without a crossing the line comes back whole, wherever it is.
-    const auto isSame = [](const Ppoint3 &a, const Ppoint3 &b) { return a.x == b.x && a.y == b.y; };
-    if (result.size() == 1 && result[0].size() == line.size() && !line.empty() &&
-        isSame(result[0].front(), line.front()) && isSame(result[0].back(), line.back()) &&
-        pscanLine2D(line.front(), polygon) % 2 != 0 && pscanLine2D(line.back(), polygon) % 2 != 0)
-        result.clear();
-    return result;
-}
-
-} // namespace
-
-std::vector<std::vector<Ppoint3>> cutAtLabels(const Ppoint_list3 &line, std::span<const ContourLabel> labels,
-                                              std::span<const std::size_t> numbers) {
-    std::vector<std::vector<Ppoint3>> parts{{line.points, line.points + line.numPoints}};
-    for (const std::size_t number : numbers) {
-        const Plimit limit = boxOf(labels[number].outer);
-        std::vector<std::vector<Ppoint3>> left;
-        for (std::vector<Ppoint3> &part : parts) {
-            if (!pintersBBox2D(boxOf(part), limit)) {
-                left.push_back(std::move(part));
-                continue;
-            }
-            for (std::vector<Ppoint3> &outside : partsOutside(part, labels[number]))
-                left.push_back(std::move(outside));
-        }
-        parts = std::move(left);
-    }
-    return parts;
 }
 
 } // namespace oravane

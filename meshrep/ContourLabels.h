@@ -2,6 +2,7 @@
 #define ORAVANE_MESHREP_CONTOURLABELS_H
 
 #include "meshrep/LabelSpaces.h"
+#include "meshrep/LineCut.h"
 #include "meshrep/PolylineBoxes.h"
 
 #include <oravane/PoMeshContouring.h>
@@ -37,8 +38,8 @@ struct LabelRules {
 
 /// A label in its place.
 struct ContourLabel {
-    std::array<Ppoint3, 4> box;   ///< of the text: start below, start above, end above, end below
-    std::array<Ppoint3, 5> outer; ///< the same with a margin, closed
+    std::array<Ppoint3, 4> box; ///< of the text: start below, start above, end above, end below
+    ClosedBox outer;            ///< the same with a margin, closed
     Ppoint3 middle;
     float isovalue;
     std::size_t line;
@@ -64,9 +65,9 @@ public:
     void placeOn(std::size_t line, float width, float height);
 
     std::span<const ContourLabel> all() const { return m_labels; }
-    /// Numbers of the labels that a line has to make way for. On a surface in space these are labels of its
-    /// own value only.
-    std::vector<std::size_t> labelsOn(std::size_t line) const;
+    /// Of the labels that a line has to make way for if it meets them: all that its box meets. On a surface
+    /// in space these are labels of its own value only.
+    std::vector<std::size_t> labelsNear(std::size_t line) const;
 
 private:
     struct Size {
@@ -74,31 +75,25 @@ private:
     };
     struct Ends;
 
-    bool isLongEnough(const Ppoint_list3 &points, Size size) const;
+    bool isLongEnough(std::size_t line, Size size) const;
     int startOn(const Ppoint_list3 &points);
     std::optional<ContourLabel> tryAt(std::size_t line, int segment, Size size) const;
     bool isFree(const ContourLabel &label) const;
     bool isInsidePolygon(const ContourLabel &label, const Plimit &limit) const;
-    bool crossesLines(const ContourLabel &label, const Plimit &limit) const;
     void tilt(ContourLabel &label, const Ends &ends) const;
-    const PolylineBoxes &boxesOf(std::size_t line) const;
+    std::vector<const PolylineBoxes *> rivalsOf(float isovalue) const;
 
     const LabelRules &m_rules;
     std::span<const ContourLine> m_lines;
     std::vector<ContourLabel> m_labels;
     LabelSpaces m_spaces;
     Plimit m_clippingBox{};
-    std::vector<PolylineBoxes> m_border;
-    /// The lines that labels may not cross, by isovalue.
-    std::map<float, std::vector<std::size_t>> m_linesByValue;
-    mutable std::vector<std::optional<PolylineBoxes>> m_lineBoxes; ///< made when first asked for
-    float m_offset = 0; ///< where the next line starts to look for places
+    PolylineBoxes m_border;
+    std::vector<Plimit> m_lineBoxes;
+    std::map<float, PolylineBoxes> m_linesByValue; ///< those that labels may not cross
+    std::vector<const PolylineBoxes *> m_rivals;   ///< those that labels of the line at work may not cross
+    float m_offset = 0;                            ///< where the next line starts to look for places
 };
-
-/// The parts of a line outside of all `labels` of the given numbers, as new lists of points. Parts wholly
-/// under a label are dropped.
-std::vector<std::vector<Ppoint3>> cutAtLabels(const Ppoint_list3 &line, std::span<const ContourLabel> labels,
-                                              std::span<const std::size_t> numbers);
 
 } // namespace oravane
 

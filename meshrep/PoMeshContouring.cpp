@@ -12,6 +12,7 @@
 #include <oravane/PiContouringLines.h>
 #include <oravane/PiNumericFormat.h>
 #include <oravane/PiText.h>
+#include <oravane/PlanarPolygons.h>
 #include <oravane/PoDataMappingElement.h>
 #include <oravane/PoIsovaluesListElement.h>
 #include <oravane/PoMiscTextAttrElement.h>
@@ -479,22 +480,22 @@ void PoMeshContouring::drawAnnotated(Drawing &drawing) {
 
 namespace {
 
-/// The lines without what lies under labels. `cut` holds the points, and has to live as long.
+/// The lines without what lies under labels. `cut` holds points of theirs, and has to live as long.
 std::vector<ContourLine> clipLines(std::span<const ContourLine> lines, const ContourLabels &labels,
                                    std::vector<std::vector<Ppoint3>> &cut) {
     std::vector<ContourLine> clipped;
+    clipped.reserve(lines.size());
     for (std::size_t k = 0; k < lines.size(); ++k) {
-        const std::vector<std::size_t> numbers = labels.labelsOn(k);
+        const std::vector<std::size_t> numbers = labels.labelsNear(k);
         if (numbers.empty()) {
             clipped.push_back(lines[k]);
             continue;
         }
-        for (std::vector<Ppoint3> &part : oravane::cutAtLabels(lines[k].points, labels.all(), numbers)) {
-            cut.push_back(std::move(part));
-            clipped.push_back({{static_cast<int>(cut.back().size()), cut.back().data()},
-                               lines[k].isovalue,
-                               lines[k].isMajor});
-        }
+        oravane::LineCut line(lines[k].points);
+        for (const std::size_t number : numbers)
+            line.cutAt(labels.all()[number].outer);
+        for (const Ppoint_list3 &part : line.parts(cut))
+            clipped.push_back({part, lines[k].isovalue, lines[k].isMajor});
     }
     return clipped;
 }

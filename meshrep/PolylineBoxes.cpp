@@ -1,55 +1,40 @@
 #include "meshrep/PolylineBoxes.h"
 
-#include <algorithm>
+#include <oravane/PlanarPolygons.h>
 
 namespace oravane {
 
-namespace {
-
-constexpr std::size_t FANOUT = 16;
-
-Plimit unite(std::span<const Plimit> boxes) {
-    Plimit all = boxes.front();
-    for (const Plimit &box : boxes)
-        all = {std::min(all.xmin, box.xmin), std::max(all.xmax, box.xmax), std::min(all.ymin, box.ymin),
-               std::max(all.ymax, box.ymax)};
-    return all;
-}
-
-} // namespace
-
-PolylineBoxes::PolylineBoxes(const Ppoint_list3 &line) : m_line(line), m_levels(1) {
-    const int last = std::max(line.numPoints - 1, 0);
-    for (int first = 0; first == 0 || first < last; first += FANOUT) {
-        Plimit box{};
-        const int count = std::min<int>(FANOUT + 1, line.numPoints - first);
-        pcomputePolygonBBox2D(line.points + first, std::max(count, 0), &box);
-        m_levels.back().push_back(box);
-    }
-    while (m_levels.back().size() > 1) {
-        const std::span<const Plimit> below = m_levels.back();
-        std::vector<Plimit> above;
-        for (std::size_t first = 0; first < below.size(); first += FANOUT)
-            above.push_back(unite(below.subspan(first, std::min(FANOUT, below.size() - first))));
-        m_levels.push_back(std::move(above));
+void PolylineBoxes::add(std::size_t number, const Ppoint_list3 &line) {
+    constexpr int step = BoxTree::FAN;
+    for (int first = 0; first + 1 < line.numPoints; first += step) {
+        const Ppoint3 *points = line.points + first;
+        const int count = std::min(step + 1, line.numPoints - first);
+        m_pieces.push_back({limitOf(spanOf(points, count)), number, points, count});
     }
 }
 
-bool PolylineBoxes::crossesBelow(std::size_t level, std::size_t index, const Ppoint3 *corners,
-                                 const Plimit &limit) const {
-    if (!pintersBBox2D(m_levels[level][index], limit))
-        return false;
-    const std::size_t first = index * FANOUT;
-    if (level == 0) {
-        const int start = static_cast<int>(first);
-        return pintersParaPolyline2D(corners, m_line.points + start,
-                                     std::min<int>(FANOUT + 1, m_line.numPoints - start)) != 0;
-    }
-    const std::size_t end = std::min(first + FANOUT, m_levels[level - 1].size());
-    for (std::size_t child = first; child < end; ++child)
-        if (crossesBelow(level - 1, child, corners, limit))
-            return true;
-    return false;
+// In columns, and along these: sixteen pieces that follow each other make about a square.
+void PolylineBoxes::arrange() {
+    const auto isLeft = [](const Piece &a, const Piece &b) { return a.box.xmin < b.box.xmin; };
+    const auto isBelow = [](const Piece &a, const Piece &b) { return a.box.ymin < b.box.ymin; };
+    std::sort(m_pieces.begin(), m_pieces.end(), isLeft);
+    const double perColumn = std::sqrt(static_cast<double>(m_pieces.size() * BoxTree::FAN));
+    const auto column = static_cast<std::size_t>(std::ceil(perColumn));
+    for (std::size_t first = 0; first < m_pieces.size(); first += column)
+        std::sort(m_pieces.begin() + first, m_pieces.begin() + std::min(first + column, m_pieces.size()),
+                  isBelow);
+    std::vector<Plimit> boxes;
+    boxes.reserve(m_pieces.size());
+    for (const Piece &piece : m_pieces)
+        boxes.push_back(piece.box);
+    m_tree = BoxTree(std::move(boxes));
+}
+
+bool PolylineBoxes::cross(const Ppoint3 *corners, const Plimit &limit, std::size_t except) const {
+    return m_tree.anyNear(limit, [&](std::size_t k) {
+        const Piece &piece = m_pieces[k];
+        return piece.line != except && pintersParaPolyline2D(corners, piece.points, piece.count) != 0;
+    });
 }
 
 } // namespace oravane

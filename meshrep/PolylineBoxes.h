@@ -1,34 +1,37 @@
 #ifndef ORAVANE_MESHREP_POLYLINEBOXES_H
 #define ORAVANE_MESHREP_POLYLINEBOXES_H
 
-#include <oravane/PlanarPolygons.h>
+#include "geometry/BoxTree.h"
 
-#include <span>
 #include <vector>
 
 namespace oravane {
 
-/// Bounding boxes of the pieces of a polyline, in a tree: finds where a small area meets a long line without
-/// looking at all of it. The line has to live as long as its boxes.
+/// Polylines with the boxes of their pieces: finds where a small area meets long lines, or many lines,
+/// without looking at all of them. The points have to live as long.
 class PolylineBoxes {
 public:
-    explicit PolylineBoxes(const Ppoint_list3 &line);
+    /// Number of the line that a program knows it by, and its points.
+    void add(std::size_t number, const Ppoint_list3 &line);
+    /// To be called after the last line has been added, and before the first question.
+    void arrange();
 
-    /// Box of the whole line.
-    const Plimit &box() const { return m_levels.back().front(); }
+    /// Whether a line other than `except` crosses or touches a side of the parallelogram, whose box is
+    /// `limit`.
+    bool cross(const Ppoint3 *corners, const Plimit &limit, std::size_t except = NONE) const;
 
-    /// Whether the line crosses or touches a side of the parallelogram, whose box is `limit`.
-    bool crosses(const Ppoint3 *corners, const Plimit &limit) const {
-        return crossesBelow(m_levels.size() - 1, 0, corners, limit);
-    }
+    static constexpr std::size_t NONE = static_cast<std::size_t>(-1);
 
 private:
-    bool crossesBelow(std::size_t level, std::size_t index, const Ppoint3 *corners,
-                      const Plimit &limit) const;
+    struct Piece {
+        Plimit box;
+        std::size_t line;
+        const Ppoint3 *points;
+        int count;
+    };
 
-    Ppoint_list3 m_line;
-    /// Boxes of 16 segments each, then of 16 boxes each, up to a single one.
-    std::vector<std::vector<Plimit>> m_levels;
+    std::vector<Piece> m_pieces; ///< up to `BoxTree::FAN` segments each
+    BoxTree m_tree;
 };
 
 } // namespace oravane
