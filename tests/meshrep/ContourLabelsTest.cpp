@@ -230,7 +230,7 @@ TEST(ContourLabels, StandWhereAPlainWalkPutsThem) {
         PlainLabels plain(rules, lines);
         for (std::size_t line = 0; line < lines.size(); ++line)
             if (lines[line].isMajor) {
-                const float width = 0.06f + 0.01f * static_cast<float>(line % 4);
+                const float width = 0.06f * static_cast<float>(line % 4 + 1);
                 labels.placeOn(line, width, 0.03f);
                 plain.placeOn(line, width, 0.03f);
             }
@@ -268,13 +268,20 @@ TEST(ContourLabels, RunAgainstAnUprightLineAndToTheRightOnAllOthers) {
 }
 
 TEST(ContourLabels, CoverLinesWhollyUnderThem) {
-    ContourLabel label{};
-    label.outer = {{{0, 0, 0}, {0, 1, 0}, {4, 1, 0}, {4, 0, 0}, {0, 0, 0}}};
-    Ppoint3 under[] = {{1, 0.5f, 0}, {2, 0.5f, 0}, {1, 0.7f, 0}, {1, 0.5f, 0}},
-            beside[] = {{1, 2, 0}, {2, 2, 0}};
-    const std::size_t number = 0;
-    EXPECT_EQ(oravane::cutAtLabels({4, under}, {&label, 1}, {&number, 1}).size(), 0u);
-    EXPECT_EQ(oravane::cutAtLabels({2, beside}, {&label, 1}, {&number, 1}).size(), 1u);
+    Ppoint3 through[] = {{-9, 0, 0}, {9, 0, 0}, {30, 0, 0}}, above[] = {{-1, 2, 0}, {1, 2, 0}},
+            under[] = {{-1, 0.2f, 0}, {1, 0.2f, 0}, {0, 0.5f, 0}, {-1, 0.2f, 0}};
+    const ContourLine lines[] = {{{3, through}, 1, true}, {{2, above}, 2, false}, {{4, under}, 2, false}};
+    LabelRules rules{};
+    rules.gap = 100;
+    ContourLabels labels(rules, lines);
+    labels.placeOn(0, 4, 2);
+    ASSERT_EQ(labels.all().size(), 1u);
+    const std::size_t numParts[] = {2, 1, 0};
+    for (std::size_t k = 0; k < 3; ++k) {
+        const auto on = labels.labelsOn(k);
+        EXPECT_EQ(on.empty(), k == 1) << k;
+        EXPECT_EQ(oravane::cutAtLabels(lines[k].points, labels.all(), on).size(), numParts[k]) << k;
+    }
 }
 
 } // namespace
