@@ -132,12 +132,15 @@ struct Scene {
             const auto *pair = static_cast<SoGroup *>(group->getChild(k));
             const auto *place = static_cast<SoTransform *>(pair->getChild(0));
             Label &label = result.emplace_back();
-            label.text = static_cast<SoText3 *>(pair->getChild(1))->string[0].getString();
+            const SoMFString &lines = static_cast<SoText3 *>(pair->getChild(1))->string;
+            for (int line = 0; line < lines.getNum(); ++line)
+                label.text.append(line > 0 ? "\n" : "").append(lines[line].getString());
             measure.getStringSizes(label.text.c_str(), label.width, label.height);
             if (kit->annotIsBackground.getValue()) {
                 label.width += label.height / 2;
                 label.height *= 1.5f;
             }
+            EXPECT_TRUE(place->scaleFactor.getValue().equals(SbVec3f(1, 1, 1), 1e-5f)) << "of its shape";
             place->rotation.getValue().multVec(SbVec3f(1, 0, 0), label.u);
             place->rotation.getValue().multVec(SbVec3f(0, 1, 0), label.v);
             // The letters' middle is 0.32 sizes above their base.
@@ -420,6 +423,7 @@ TEST(PoMeshContouring, NumbersAndFontAreTheOwnOnesElseThoseOfTheScene) {
     auto ownFormat = std::make_unique<PbNumericDisplayFormat>(PbNumericDisplayFormat::FLOAT_FORMAT, 0, 3);
     auto ownAttributes = std::make_unique<PbMiscTextAttr>();
     ownAttributes->setFontName("Courier");
+    ownAttributes->setLineLength('.', 1);
     const auto expect = [&](const char *text, const char *font) {
         scene.traverse();
         ASSERT_FALSE(scene.labels().empty());
@@ -432,7 +436,7 @@ TEST(PoMeshContouring, NumbersAndFontAreTheOwnOnesElseThoseOfTheScene) {
     expect(".0", "Times");
     scene.kit->setFormat(ownFormat.get());
     scene.kit->setMiscTextAttr(ownAttributes.get());
-    expect(".000", "Courier");
+    expect("\n000", "Courier");
     EXPECT_EQ(scene.kit->getFormat(), ownFormat.get());
     ownFormat.reset();
     ownAttributes.reset();
@@ -469,71 +473,67 @@ TEST(PoMeshContouring, EachChangeRebuildsOnceAndAMeshMayGo) {
 
 TEST(PoMeshContouring, BadInputHasADefinedResult) {
     struct Row {
-        const char *name;
+        std::string what; ///< a field of the kit, or a name of what `spoil` does
         bool hasLabels;
-        std::function<void(Scene &, Hills &)> spoil;
+        std::function<void(Scene &, Hills &)> spoil = {};
     };
-    const auto polygon = [](std::vector<SbVec2f> points) {
-        return [points](Scene &s, Hills &) {
-            s.kit->annotClippingPolygon.setValues(0, static_cast<int>(points.size()), points.data());
-        };
-    };
-    const auto gap = [](float value) { return [value](Scene &s, Hills &) { s.kit->annotGap = value; }; };
-    const auto font = [](float value) {
-        return [value](Scene &s, Hills &) { s.kit->annotFontSize = value; };
-    };
-    static PbNumericDisplayFormat decimals(PbNumericDisplayFormat::FLOAT_FORMAT, 0, 1 << 30),
+    PbNumericDisplayFormat decimals(PbNumericDisplayFormat::FLOAT_FORMAT, 0, 1 << 30),
         powers(PbNumericDisplayFormat::FLOAT_FORMAT, -1000, 5);
-    const auto refill = [](float value, float at) {
+    std::unique_ptr<PbCartesianGrid2D> mesh;
+    const auto refill = [](float above, float value) {
         return [=](Scene &, Hills &h) {
-            std::replace_if(
-                h.values.begin(), h.values.end(), [at](float v) { return v > at; }, value);
+            for (float &v : h.values)
+                v = v > above ? value : v;
             h.grid.addValuesSet(0, h.values.data());
         };
     };
+    const SbVec2f inf[] = {{-INFINITE, -INFINITE}, {INFINITE, -INFINITE}, {0, INFINITE}},
+                  nan[] = {{NOT_A_NUMBER, 0}, {1, NOT_A_NUMBER}, {NOT_A_NUMBER, NOT_A_NUMBER}};
     const Row rows[] = {
+        {"annotGap 0", true},
+        {"annotGap -3", true},
+        {"annotFontSize -1", true},
+        {"annotFontSize 1e38", false},
+        {"annotFontSize 1e-30", false},
+        {"annotClippingPolygon [0 0, 1 1]", true},
+        {"annotClippingPolygon [0 0, 0.5 0.5, 1 1]", false},
+        {"annotClippingPolygon [0 0, 0 0, 0 0]", false},
+        {"zValuesIndex 99", true},
+        {"path", true, [](Scene &s, Hills &) { s.kit->annotPath = 99; }},
+        {"crossing", true, [](Scene &s, Hills &) { s.kit->annotCrossStatus = -7; }},
+        {"gap NaN", true, [](Scene &s, Hills &) { s.kit->annotGap = NOT_A_NUMBER; }},
+        {"gap infinite", true, [](Scene &s, Hills &) { s.kit->annotGap = INFINITE; }},
+        {"font NaN", true, [](Scene &s, Hills &) { s.kit->annotFontSize = NOT_A_NUMBER; }},
+        {"font infinite", true, [](Scene &s, Hills &) { s.kit->annotFontSize = INFINITE; }},
+        {"NaN corners", false, [&](Scene &s, Hills &) { s.kit->annotClippingPolygon.setValues(0, 3, nan); }},
+        {"inf corners", false, [&](Scene &s, Hills &) { s.kit->annotClippingPolygon.setValues(0, 3, inf); }},
         {"one level", true, [](Scene &s, Hills &) { s.levels.setRegularIsoList(5.f, 5.f, 1); }},
         {"no level", false, [](Scene &s, Hills &) { s.levels.setRegularIsoList(0); }},
-        {"levels beyond", false, [](Scene &s, Hills &) { s.levels.setRegularIsoList(50.f, 60.f, 3); }},
-        {"gap 0", true, gap(0)},
-        {"gap below 0", true, gap(-3)},
-        {"gap NaN", true, gap(NOT_A_NUMBER)},
-        {"gap infinite", true, gap(INFINITE)},
-        {"font below 0", true, font(-1)},
-        {"font NaN", true, font(NOT_A_NUMBER)},
-        {"font infinite", true, font(INFINITE)},
-        {"font huge", false, font(1e38f)},
-        {"font too small for floats", false, font(1e-30f)},
-        {"two corners", true, polygon({{0, 0}, {1, 1}})},
-        {"corners on a line", false, polygon({{0, 0}, {0.5f, 0.5f}, {1, 1}})},
-        {"corners in a point", false, polygon({{0, 0}, {0, 0}, {0, 0}})},
-        {"NaN corners", false, polygon({{NOT_A_NUMBER, 0}, {1, NOT_A_NUMBER}, {NOT_A_NUMBER, NOT_A_NUMBER}})},
-        {"infinite corners", false, polygon({{-INFINITE, -INFINITE}, {INFINITE, -INFINITE}, {0, INFINITE}})},
-        {"many decimals", false, [](Scene &s, Hills &) { s.kit->setFormat(&decimals); }},
-        {"power of ten", true, [](Scene &s, Hills &) { s.kit->setFormat(&powers); }},
-        {"no such path", true, [](Scene &s, Hills &) { s.kit->annotPath = 99; }},
-        {"no such crossing", true, [](Scene &s, Hills &) { s.kit->annotCrossStatus = -7; }},
-        {"no such z", true, [](Scene &s, Hills &) { s.kit->zValuesIndex = 99; }},
-        {"constant field", false, refill(5, -INFINITE)},
-        {"NaN values", true, refill(NOT_A_NUMBER, 8)},
-        {"infinite values", true, refill(INFINITE, 8)},
+        {"decimals", false, [&](Scene &s, Hills &) { s.kit->setFormat(&decimals); }},
+        {"power of ten", true, [&](Scene &s, Hills &) { s.kit->setFormat(&powers); }},
+        {"constant field", false, refill(-INFINITE, 5)},
+        {"NaN values", true, refill(8, NOT_A_NUMBER)},
+        {"infinite values", true, refill(8, INFINITE)},
         {"NaN positions", true,
-         [](Scene &s, Hills &h) {
+         [&](Scene &s, Hills &h) {
              h.x[500] = h.y[900] = NOT_A_NUMBER;
-             static PbCartesianGrid2D mesh(Hills::N, Hills::N, h.x.data(), h.y.data(), 1);
-             mesh.addValuesSet(0, h.values.data());
-             s.kit->setMesh(&mesh);
+             mesh = std::make_unique<PbCartesianGrid2D>(Hills::N, Hills::N, h.x.data(), h.y.data(), 1);
+             mesh->addValuesSet(0, h.values.data());
+             s.kit->setMesh(mesh.get());
          }},
     };
     for (const Row &row : rows)
         for (const bool isClipped : {false, true}) {
-            SCOPED_TRACE(row.name);
+            SCOPED_TRACE(row.what);
             Hills hills;
             Scene scene(&hills.grid);
             scene.kit->annotIsVisible = TRUE;
             scene.kit->annotIsContourClip = isClipped;
             scene.kit->annotCrossStatus = PoMeshContouring::DONT_CROSS_CONTOUR;
-            row.spoil(scene, hills);
+            if (row.spoil)
+                row.spoil(scene, hills);
+            else
+                EXPECT_TRUE(scene.kit->SoFieldContainer::set(row.what.c_str()));
             EXPECT_TRUE(test::drawnBy(scene.root.get()).isFinite);
             EXPECT_TRUE(std::isfinite(scene.fontSize()));
             EXPECT_EQ(!scene.labels().empty(), row.hasLabels);
