@@ -21,7 +21,6 @@ using oravane::LabelRules;
 namespace {
 
 constexpr float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
-constexpr float INFINITE = std::numeric_limits<float>::infinity();
 
 SbVec3f vec(const Ppoint3 &p) {
     return {p.x, p.y, p.z};

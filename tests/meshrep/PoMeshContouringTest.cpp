@@ -511,6 +511,7 @@ TEST(PoMeshContouring, BadInputHasADefinedResult) {
         {"no level", false, [](Scene &s, Hills &) { s.levels.setRegularIsoList(0); }},
         {"decimals", false, [&](Scene &s, Hills &) { s.kit->setFormat(&decimals); }},
         {"power of ten", true, [&](Scene &s, Hills &) { s.kit->setFormat(&powers); }},
+        {"thresholds", true, [](Scene &s, Hills &) { s.mapping.enableThresholds(1, 1); }},
         {"constant field", false, refill(-INFINITE, 5)},
         {"NaN values", true, refill(8, NOT_A_NUMBER)},
         {"infinite values", true, refill(8, INFINITE)},
