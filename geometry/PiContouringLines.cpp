@@ -35,7 +35,7 @@ void PiContouringLines::getLines(const float *values, const float *z, Tisoline_l
         m_isovaluesList ? m_isovaluesList->getIsoList(numLevels, min, max, step, isRegular) : nullptr;
     for (const IsoLines::Line &line : made.lines) {
         m_lines.push_back({static_cast<int>(line.count), made.points.data() + line.start});
-        m_lineIsovalues.push_back(levels[line.level]);
+        m_lineIsovalues.push_back(levels ? levels[line.level] : m_work->levels[line.level]);
     }
     if (lines)
         *lines = {m_lines.data(), m_lineIsovalues.data(), static_cast<int>(m_lines.size())};

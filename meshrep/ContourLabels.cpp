@@ -82,7 +82,7 @@ void ContourLabels::placeOn(std::size_t line, float width, float height) {
     const Ppoint_list3 &points = m_lines[line].points;
     const Size size{width, height};
     const int numSegments = points.numPoints - 1;
-    if (numSegments < 1 || !isLongEnough(line, size))
+    if (numSegments < 1 || !(width > 0) || !isLongEnough(line, size))
         return;
     m_rivals = rivalsOf(m_lines[line].isovalue);
     const int start = startOn(points);
@@ -122,9 +122,10 @@ std::optional<ContourLabel> ContourLabels::tryAt(std::size_t line, int segment, 
         const double length = planarLength(ends.behind, ends.ahead);
         if (!(length > 0))
             return std::nullopt;
-        const double side = ends.ahead.x < ends.behind.x ? -length : length;
-        ux = static_cast<float>((ends.ahead.x - ends.behind.x) / side);
-        uy = static_cast<float>((ends.ahead.y - ends.behind.y) / side);
+        // Text runs to the right, and on an upright line from the end ahead to that behind.
+        const double side = ends.behind.x < ends.ahead.x ? -length : length;
+        ux = static_cast<float>((ends.behind.x - ends.ahead.x) / side);
+        uy = static_cast<float>((ends.behind.y - ends.ahead.y) / side);
     } else if (m_rules.path == PoMeshContouring::VERTICAL_PATH) {
         ux = 0;
         uy = -1;

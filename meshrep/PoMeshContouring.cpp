@@ -3,6 +3,7 @@
 #include "core/ClassTable.h"
 #include "meshrep/CellColors.h"
 #include "meshrep/ContourLabels.h"
+#include "meshrep/FiniteRuns.h"
 
 #include <oravane/PbDataMapping.h>
 #include <oravane/PbIsovaluesList.h>
@@ -208,14 +209,9 @@ public:
         const int rank = m_levels.rankOf(value), count = m_levels.count;
         if (rank < 0)
             return {value, value};
-        distance %= count;
         const int below = rank - distance, above = rank + distance;
-        return {below >= 0 ? m_levels.values[below]
-                : m_hasMin ? m_low
-                           : m_levels.values[below + count],
-                above < count ? m_levels.values[above]
-                : m_hasMax    ? m_high
-                              : m_levels.values[above - count]};
+        return {below < 0 && m_hasMin ? m_low : m_levels.values[(below % count + count) % count],
+                above >= count && m_hasMax ? m_high : m_levels.values[above % count]};
     }
 
 private:
@@ -270,6 +266,7 @@ struct PoMeshContouring::Drawing {
     std::vector<Ppoint> clippingPolygon;
     bool is3D = false;
     bool isScaled = false;
+    bool isClipped = false;
 
     // Copies of points, where they are scaled.
     std::vector<std::vector<Ppoint3>> points;
@@ -308,8 +305,17 @@ void PoMeshContouring::drawContourLines(const float *values, const float *z) {
         return;
     Drawing drawing;
     drawing.is3D = z != nullptr;
-    for (int k = 0; k < made.numLines; ++k)
-        drawing.lines.push_back({made.lines[k], made.isovalues[k], isMajor(made.isovalues[k])});
+    for (int k = 0; k < made.numLines; ++k) {
+        Ppoint3 *points = made.lines[k].points;
+        const auto isSound = [points](std::size_t i) {
+            return std::isfinite(points[i].x) && std::isfinite(points[i].y) && std::isfinite(points[i].z);
+        };
+        const auto add = [&](std::size_t first, std::size_t length) {
+            drawing.lines.push_back(
+                {{static_cast<int>(length), points + first}, made.isovalues[k], isMajor(made.isovalues[k])});
+        };
+        oravane::forEachRun(static_cast<std::size_t>(made.lines[k].numPoints), isSound, add);
+    }
     if (annotIsVisible.getValue()) {
         drawAnnotated(drawing);
         return;
@@ -329,6 +335,8 @@ void PoMeshContouring::drawLines(const Drawing &drawing) {
                 lines.push_back(line.points);
                 isovalues.push_back(line.isovalue);
             }
+        if (!major && lines.empty() && drawing.isClipped)
+            continue;
         setPart(major ? "majorContourLine" : "minorContourLine", newLineGroup(lines, isovalues));
     }
 }
@@ -505,8 +513,9 @@ std::vector<ContourLine> clipLines(std::span<const ContourLine> lines, const Con
 void PoMeshContouring::drawLabels(Drawing &drawing, float referenceLength) {
     const Levels levels(*resolved().isovaluesList);
     const Thresholds thresholds(resolved().dataMapping, levels, drawing.lines);
-    const float sizeFactor = annotFontSize.getValue() > 0 ? annotFontSize.getValue() : 0.04f;
-    const float fontSize = sizeFactor * referenceLength;
+    const float wanted = annotFontSize.getValue();
+    const float size = (wanted > 0 && std::isfinite(wanted) ? wanted : 0.04f) * referenceLength;
+    const float fontSize = std::isfinite(size) ? size : 0; // of a polygon without bounds: no labels
     std::erase_if(drawing.lines, [&](const ContourLine &line) {
         return line.isMajor && thresholds.isOutside(line.isovalue);
     });
@@ -532,7 +541,8 @@ void PoMeshContouring::drawLabels(Drawing &drawing, float referenceLength) {
             labels.placeOn(k, width, height);
         }
 
-    if (annotIsContourClip.getValue() && !annotIsBackground.getValue())
+    drawing.isClipped = annotIsContourClip.getValue() && !annotIsBackground.getValue();
+    if (drawing.isClipped)
         drawing.lines = clipLines(drawing.lines, labels, drawing.points);
     drawLines(drawing);
     if (annotIsBackground.getValue()) {

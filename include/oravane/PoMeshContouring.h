@@ -39,7 +39,7 @@ struct Tisoline_list;
 /// different places. Where a label fits nowhere, the line has none; a line that is short against its label
 /// has none either. In a domain of unequal sides the kit works in the transformed space, so that labels keep
 /// their shape, and the part `transform` takes that back. On a surface with a z, labels are tilted so that
-/// they contain the direction of their line.
+/// they contain the direction of their line. Lines break where nodes have no position.
 ///
 /// Generates `majorContourLine`, `minorContourLine` (coordinates and a line set, behind a material and a
 /// binding per line when coloured), `annotText`, `annotBackground`, `annotBackgroundBorder`, `transform` and
@@ -84,7 +84,7 @@ public:
     SoSFBool annotIsContourClip;    ///< lines are cut under labels, unless these have boxes; default FALSE
     SoSFFloat annotGap;             ///< between labels on one line, in reference lengths, default 1
     SoMFVec2f annotClippingPolygon; ///< labels stay inside, from three points on; default (0, 0)
-    SoSFFloat annotFontSize;        ///< in reference lengths, default 0, which stands for 0.04
+    SoSFFloat annotFontSize;        ///< in reference lengths; default 0: 0.04, as for what is no size
 
     PoMeshContouring();
     static void initClass();

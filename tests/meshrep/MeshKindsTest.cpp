@@ -10,6 +10,7 @@
 #include <oravane/PbQuadrangleMesh2D.h>
 #include <oravane/PbRegularCartesianGrid2D.h>
 #include <oravane/PbTriangleMesh2D.h>
+#include <oravane/PoMeshContouring.h>
 #include <oravane/PoMeshFilled.h>
 #include <oravane/PoMeshLimit.h>
 #include <oravane/PoMeshLines.h>
@@ -114,6 +115,14 @@ const Representation REPRESENTATIONS[] = {
     {"lines", [] { return new PoMeshLines; }, true},
     {"sides", [] { return new PoMeshSides; }, false},
     {"limit", [] { return new PoMeshLimit; }, false},
+    {"contours", [] { return new PoMeshContouring; }, false},
+    {"labelled contours",
+     [] {
+         auto *kit = new PoMeshContouring;
+         kit->annotIsVisible = TRUE;
+         return kit;
+     },
+     false},
 };
 
 TEST(MeshKinds, DrawTheSameFieldAlikeInEveryRepresentationAndColoring) {
