@@ -66,16 +66,18 @@ void BorderLoops::linkNodes() {
     std::sort(m_ends.begin(), m_ends.end(), [](const End &a, const End &b) {
         return a.node != b.node ? a.node < b.node : a.side < b.side;
     });
+    m_passed.assign(m_ends.size(), 0);
 }
 
 // From the higher end of a side around to its lower end, always along the first side in order that is left.
 void BorderLoops::walkFrom(std::size_t side) {
     const auto nextFrom = [this](std::int32_t node) {
-        auto end = std::lower_bound(m_ends.begin(), m_ends.end(), node,
-                                    [](const End &e, std::int32_t n) { return e.node < n; });
-        while (m_isUsed[end->side])
-            ++end;
-        return end->side;
+        const auto first = std::lower_bound(m_ends.begin(), m_ends.end(), node,
+                                            [](const End &end, std::int32_t n) { return end.node < n; });
+        std::uint32_t &passed = m_passed[first - m_ends.begin()];
+        while (m_isUsed[first[passed].side])
+            ++passed;
+        return first[passed].side;
     };
     const Side &first = m_sides[m_border[side]];
     m_isUsed[side] = 1;

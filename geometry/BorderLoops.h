@@ -54,7 +54,8 @@ private:
         std::int32_t node;
         std::uint32_t side; ///< place in `m_border`
     };
-    std::vector<End> m_ends; ///< both ends of all border sides, by node and then by side
+    std::vector<End> m_ends;             ///< both ends of all border sides, by node and then by side
+    std::vector<std::uint32_t> m_passed; ///< at the first end of each node: how many of them are used up
     std::vector<int> m_nodes;
     std::vector<std::size_t> m_loopStart{0};
 };
