@@ -46,10 +46,13 @@ const PbMesh2D *PoMesh2D::getMesh() const {
     return isStateValid() ? PoMeshElement::getMesh2D(getState()) : nullptr;
 }
 
+const PbMesh *PoMesh2D::meshToDraw() const {
+    return getMesh();
+}
+
 void PoMesh2D::preRebuild() {
     PoMesh::preRebuild();
     const PbMesh2D *mesh = getMesh();
-    checkColoring(mesh);
     m_resolvedMesh = mesh && !mesh->isEmpty() ? mesh : nullptr;
 }
 

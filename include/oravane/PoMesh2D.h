@@ -70,6 +70,7 @@ protected:
     /// one float for each, or is null for 0. Also stored as `m_coordinate3`. Null without a mesh.
     SoCoordinate3 *makeSoCoordinate3(const float *z);
 
+    const PbMesh *meshToDraw() const override;
     void preRebuild() override;
 
 private:

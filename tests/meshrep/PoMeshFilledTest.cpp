@@ -15,8 +15,10 @@
 #include <oravane/PoDomain.h>
 #include <oravane/PoIsovaluesList.h>
 #include <oravane/PoLinearDataMapping.h>
+#include <oravane/PoMeshElement.h>
 
 #include <Inventor/actions/SoCallbackAction.h>
+#include <Inventor/nodes/SoCallback.h>
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
@@ -216,6 +218,27 @@ TEST(PoMeshFilled, EachChangeRebuildsOnceAndOnlyTheKitsItConcerns) {
         << "what a changed field made it read counts";
     other.traverse();
     EXPECT_EQ(other.rebuilds, 1);
+}
+
+TEST(PoMeshFilled, AMeshOfTheSceneServesWithoutOneOfItsOwn) {
+    const auto own = regularGrid();
+    PbRegularCartesianGrid2D ofScene(2, 2, 0.f, 0.f, 1.f, 1.f, 1); // without values
+    const Scene scene(own.get());
+    scene.kit->coloringType = PoMesh::COLOR_MAPPING;
+    auto *setter = new SoCallback;
+    setter->setCallback(
+        [](void *mesh, SoAction *action) {
+            if (action->isOfType(SoCallbackAction::getClassTypeId()))
+                PoMeshElement::set(action->getState(), action->getCurPathTail(),
+                                   static_cast<PbMesh2D *>(mesh));
+        },
+        static_cast<PbMesh2D *>(&ofScene));
+    scene.root->insertChild(setter, 0);
+    const Drawn drawn = drawnBy(scene.root.get());
+    EXPECT_NEAR(drawn.area, 24, 1e-4);
+    EXPECT_NEAR(drawn.redArea, 12, 1e-4) << "values of the own mesh count";
+    scene.kit->setMesh(nullptr);
+    EXPECT_NEAR(drawnBy(scene.root.get()).area, 1, 1e-4);
 }
 
 TEST(PoMeshFilled, DeletedObjectsAreForgotten) {
