@@ -81,7 +81,7 @@ void BorderLoops::linkNodes(int numNodes) {
 // From the higher end of a side around to its lower end, always along the first side in order that is left.
 void BorderLoops::walkFrom(std::size_t side) {
     const auto nextFrom = [this](std::int32_t node) {
-        std::uint32_t place = m_start[node];
+        std::uint32_t &place = m_start[node]; // moves on: what is used up is never looked at again
         while (m_isUsed[m_ends[place]])
             ++place;
         return m_ends[place];

@@ -36,11 +36,9 @@ void PbGrid2D::setGeometry(int numX, int numY, const float *x, const float *y, c
     // Sizes and arrays agree again before the first kit is told.
     setDim(numX, numY);
     updateBoundingBox();
-    if (isNewCount && isDataDuplicate()) {
-        dropValuesSets();
-        if (!notifyChange(CHANGE_VALUES_SET))
-            return;
-    }
+    const bool areSetsGone = isNewCount && (dropValuesSets() || isDataDuplicate());
+    if (areSetsGone && !notifyChange(CHANGE_VALUES_SET))
+        return;
     notifyChange(CHANGE_MESH_GEOMETRY);
 }
 

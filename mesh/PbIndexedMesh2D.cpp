@@ -88,8 +88,7 @@ void PbIndexedMesh2D::setXYGeometry(int numNodes, const float *x, const float *y
         total > std::numeric_limits<int>::max() || (total > 0 && !cellIndex))
         return;
     const bool isNewCount = numNodes != getNumNodes();
-    setZCoord(numNodes, z);
-    storeNodes(numNodes, x, y);
+    storeNodes(numNodes, x, y, z);
     storeCells(numCells, cellIndex, cellSizes);
     finishGeometry(isNewCount);
 }
@@ -97,17 +96,26 @@ void PbIndexedMesh2D::setXYGeometry(int numNodes, const float *x, const float *y
 void PbIndexedMesh2D::setNodesAndOwnCells(int numNodes, const float *x, const float *y,
                                           std::span<const int> cellIndex) {
     const bool isNewCount = numNodes != getNumNodes();
-    setZCoord(0, nullptr);
-    storeNodes(numNodes, x, y);
+    storeNodes(numNodes, x, y, nullptr);
     std::copy(cellIndex.begin(), cellIndex.end(), m_elemIndex.makeOwn(static_cast<int>(cellIndex.size()), 0));
     m_elemType.clear();
     setCounts(numNodes, static_cast<int>(cellIndex.size()) / m_fixedCellSize);
     finishGeometry(isNewCount);
 }
 
-void PbIndexedMesh2D::storeNodes(int numNodes, const float *x, const float *y) {
-    m_x.set(x, numNodes);
-    m_y.set(y, numNodes);
+// The arguments may be arrays of this mesh in other places, as when a program exchanges x and y: none of them
+// goes before all are taken.
+void PbIndexedMesh2D::storeNodes(int numNodes, const float *x, const float *y, const float *z) {
+    const auto taken = [&](const float *data) {
+        const bool isOwn = m_x.holds(data) || m_y.holds(data) || m_zCoord.holds(data);
+        PbDataBlock<float> block(isDataDuplicate() || isOwn);
+        block.set(data, numNodes);
+        return block;
+    };
+    PbDataBlock<float> newX = taken(x), newY = taken(y), newZ = taken(z);
+    m_x.swap(newX);
+    m_y.swap(newY);
+    m_zCoord.swap(newZ);
     m_areOwnersValid = false;
 }
 
@@ -131,11 +139,8 @@ void PbIndexedMesh2D::storeCells(int numCells, const int *cellIndex, const int *
 void PbIndexedMesh2D::finishGeometry(bool isNewCount) {
     updateBoundingBox();
     setElemOrientation(getElemOrientation());
-    if (isNewCount && isDataDuplicate()) {
-        dropValuesSets();
-        if (!notifyChange(CHANGE_VALUES_SET))
-            return;
-    }
+    if (isNewCount && dropValuesSets() && !notifyChange(CHANGE_VALUES_SET))
+        return;
     notifyChange(CHANGE_MESH_GEOMETRY);
 }
 
@@ -154,13 +159,11 @@ void PbIndexedMesh2D::setVertices(int numNodes, const float *x, const float *y) 
     if (!acceptNodes(numNodes, x, y))
         return;
     const bool isNewCount = numNodes != getNumNodes();
-    if (isNewCount)
-        setZCoord(0, nullptr);
-    storeNodes(numNodes, x, y);
+    storeNodes(numNodes, x, y, isNewCount ? nullptr : getZcoord());
     setCounts(numNodes, getNumCells());
     updateBoundingBox();
     setElemOrientation(getElemOrientation());
-    if (isNewCount && isDataDuplicate())
+    if (isNewCount)
         dropValuesSets();
 }
 

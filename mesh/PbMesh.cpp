@@ -79,6 +79,11 @@ void PbMesh::setCounts(int numNodes, int numCells) {
             block.makeOwn(numNodes, SbVec3f(0, 0, 0));
 }
 
+bool PbMesh::dropValuesSets() {
+    const auto isOwn = [this](const auto &set) { return isDataDuplicate() || set.second.isOwned(); };
+    return std::erase_if(m_valuesSets, isOwn) > 0;
+}
+
 void PbMesh::addValuesSet(int index, const float *values) {
     if (!values)
         return;

@@ -47,7 +47,7 @@ void PbRegularCartesianGrid2D::setGeometry(int numX, int numY, float xmin, float
                                            const float *z) {
     if (!acceptDim(numX, numY))
         return;
-    if (numX * numY != getNumNodes() && isDataDuplicate())
+    if (numX * numY != getNumNodes())
         dropValuesSets();
     setZCoord(numX * numY, z);
     setBounds(numX, numY, xmin, ymin, xmax, ymax);

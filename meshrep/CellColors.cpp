@@ -2,12 +2,23 @@
 
 #include <oravane/PbDataMapping.h>
 
+#include <Inventor/fields/SoMFVec3f.h>
 #include <Inventor/nodes/SoMaterial.h>
 
 #include <algorithm>
 #include <vector>
 
 namespace oravane {
+
+void clearUndefinedPoints(SoMFVec3f &points) {
+    const SbVec3f *first = points.getValues(0), *end = first + points.getNum();
+    if (std::all_of(first, end, isFinite))
+        return;
+    SbVec3f *point = points.startEditing();
+    std::replace_if(
+        point, point + points.getNum(), [](const SbVec3f &p) { return !isFinite(p); }, SbVec3f(0, 0, 0));
+    points.finishEditing();
+}
 
 CellValue::CellValue(const PbDataMapping &mapping) {
     if (!mapping.isTransparencyEnabled())

@@ -7,6 +7,7 @@
 #include <span>
 
 class PbDataMapping;
+class SoMFVec3f;
 class SoMaterial;
 
 namespace oravane {
@@ -14,6 +15,10 @@ namespace oravane {
 inline bool isFinite(const SbVec3f &point) {
     return std::isfinite(point[0]) && std::isfinite(point[1]) && std::isfinite(point[2]);
 }
+
+/// Moves the points without a finite position, which no shape may use, to the origin. Text files have no
+/// words for them, and could not be read again.
+void clearUndefinedPoints(SoMFVec3f &points);
 
 /// The value that colours a cell: the mean of its corners. Under a mapping with transparency, a cell that
 /// touches the region beyond an enabled threshold takes the value of that threshold, the upper one first;

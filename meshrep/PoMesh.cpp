@@ -97,15 +97,8 @@ void PoMesh::preRebuild() {
     m_resolved.dataMapping = getDataMapping();
     m_resolved.moduleDataMapping = getModuleDataMapping();
     m_resolved.isovaluesList = getIsovaluesList();
-    m_resolved.mesh = getMesh();
-    const int requested = coloringType.getValue();
-    const bool isKnown = requested >= COLOR_INHERITED && requested <= COLOR_CONTOURING;
-    m_resolved.coloring = isKnown ? static_cast<ColoringType>(requested) : COLOR_INHERITED;
-    if (m_resolved.coloring == COLOR_CONTOURING && !m_resolved.isovaluesList)
-        m_resolved.coloring = COLOR_MAPPING;
-    if (!m_resolved.dataMapping)
-        m_resolved.coloring = COLOR_INHERITED;
-    checkColoring(m_resolved.mesh);
+    m_resolved.mesh = meshToDraw();
+    m_resolved.coloring = resolveColoring();
     m_coordinate3 = nullptr;
     m_material = nullptr;
     m_materialBinding = nullptr;
@@ -113,10 +106,16 @@ void PoMesh::preRebuild() {
     m_shapeHints = nullptr;
 }
 
-void PoMesh::checkColoring(const PbMesh *mesh) {
-    const int index = valuesIndex.getValue();
-    if (mesh && (index < 0 || !mesh->getValuesSet(index)))
-        m_resolved.coloring = COLOR_INHERITED;
+PoMesh::ColoringType PoMesh::resolveColoring() const {
+    const int requested = coloringType.getValue(), index = valuesIndex.getValue();
+    const bool isKnown = requested >= COLOR_INHERITED && requested <= COLOR_CONTOURING;
+    if (!isKnown || !m_resolved.dataMapping)
+        return COLOR_INHERITED;
+    if (m_resolved.mesh && (index < 0 || !m_resolved.mesh->getValuesSet(index)))
+        return COLOR_INHERITED;
+    if (requested == COLOR_CONTOURING && !m_resolved.isovaluesList)
+        return COLOR_MAPPING;
+    return static_cast<ColoringType>(requested);
 }
 
 void PoMesh::addElementsAllCaches() {

@@ -46,10 +46,13 @@ const PbMesh2D *PoMesh2D::getMesh() const {
     return isStateValid() ? PoMeshElement::getMesh2D(getState()) : nullptr;
 }
 
+const PbMesh *PoMesh2D::meshToDraw() const {
+    return getMesh();
+}
+
 void PoMesh2D::preRebuild() {
     PoMesh::preRebuild();
     const PbMesh2D *mesh = getMesh();
-    checkColoring(mesh);
     m_resolvedMesh = mesh && !mesh->isEmpty() ? mesh : nullptr;
 }
 
@@ -121,14 +124,16 @@ void PoMesh2D::addIndexedBorder(const PbIndexedMesh2D &mesh, const float *z) {
 }
 
 template <class Mesh>
-void PoMesh2D::limitsOf(const Mesh &mesh, Ppoint_list_list3 &limits) {
+void PoMesh2D::limitsOf(const Mesh *mesh, Ppoint_list_list3 &limits) {
     m_borders->points.clear();
     m_borders->sizes.clear();
     m_borders->lists.clear();
-    if constexpr (oravane::StructuredMesh<Mesh>)
-        addGridBorder(mesh, zOf(mesh));
-    else
-        addIndexedBorder(mesh, zOf(mesh));
+    if constexpr (oravane::StructuredMesh<Mesh>) {
+        if (mesh)
+            addGridBorder(*mesh, zOf(*mesh));
+    } else if (mesh) {
+        addIndexedBorder(*mesh, zOf(*mesh));
+    }
     Ppoint3 *point = m_borders->points.data();
     for (const int size : m_borders->sizes) {
         m_borders->lists.push_back({size, point});
@@ -139,7 +144,7 @@ void PoMesh2D::limitsOf(const Mesh &mesh, Ppoint_list_list3 &limits) {
 
 #define ORAVANE_DEFINE(Mesh, prefix, linesPrefix)                                                            \
     void PoMesh2D::prefix##GetLimits(const Mesh *mesh, Ppoint_list_list3 &limits) {                          \
-        limitsOf(*mesh, limits);                                                                             \
+        limitsOf(mesh, limits);                                                                              \
     }
 ORAVANE_MESH2D_KINDS(ORAVANE_DEFINE)
 #undef ORAVANE_DEFINE

@@ -22,7 +22,7 @@
 #include <Inventor/nodes/SoVertexProperty.h>
 
 #include <algorithm>
-#include <cmath>
+#include <limits>
 #include <type_traits>
 #include <vector>
 
@@ -59,8 +59,9 @@ void PoMeshFilled::addElementsAllCaches() {
 void PoMeshFilled::rebuild() {
     preRebuild();
     if (const PbMesh2D *mesh = resolvedMesh()) {
-        m_group = new SoGroup;
-        m_group->ref();
+        auto *group = new SoGroup;
+        group->ref();
+        m_group = group;
         m_shapeHints = new SoShapeHints;
         m_shapeHints->vertexOrdering = SoShapeHints::CLOCKWISE;
         m_shapeHints->creaseAngle = 0.8f;
@@ -68,10 +69,11 @@ void PoMeshFilled::rebuild() {
         mesh->meshFilled(this);
         // Before the parts are set, which tells the scene: a sensor of the program may then delete the
         // mapping.
-        deleteTransparencyParts(resolved().dataMapping, m_material, m_materialBinding, m_group);
+        deleteTransparencyParts(resolved().dataMapping, m_material, m_materialBinding, group);
+        m_group = nullptr;
         setPart("appearance.material", m_material);
-        setPart("groupFilled", m_group);
-        m_group->unref();
+        setPart("groupFilled", group);
+        group->unref();
     } else {
         setPart("appearance.material", nullptr);
         setPart("groupFilled", nullptr);
@@ -156,6 +158,28 @@ std::span<const SbVec3f> pointsOf(const SoCoordinate3 &coordinates) {
     return {coordinates.point.getValues(0), static_cast<std::size_t>(coordinates.point.getNum())};
 }
 
+/// Calls `take(x, y)` for each node, in the order of their numbers.
+template <class Mesh, class Take>
+void forEachPosition(const Mesh &mesh, Take take) {
+    if constexpr (oravane::StructuredMesh<Mesh>) {
+        int nx = 0, ny = 0;
+        mesh.getDim(nx, ny);
+        const auto positions = oravane::positionsOf(mesh);
+        for (int i = 0; i < nx; ++i) {
+            for (int j = 0; j < ny; ++j) {
+                const auto [x, y] = positions.node(i, j);
+                take(x, y);
+            }
+        }
+    } else {
+        int numNodes = 0;
+        const float *x = nullptr, *y = nullptr;
+        mesh.getNodes(numNodes, x, y);
+        for (int node = 0; node < numNodes; ++node)
+            take(x[node], y[node]);
+    }
+}
+
 /// Normals of a grid of nodes, for the clockwise ordering of the shape hints. The toolkit's own normals of a
 /// quad mesh do not follow the ordering, and turn lit surfaces black. One normal serves a flat grid.
 SoVertexProperty *newNormals(int nx, int ny, std::span<const SbVec3f> nodes, bool isFlat) {
@@ -198,20 +222,15 @@ template <class Grid>
 void PoMeshFilled::buildGrid(const Grid &grid, const float *z) {
     int nx = 0, ny = 0;
     grid.getDim(nx, ny);
-    const auto positions = oravane::positionsOf(grid);
     m_coordinate3 = new SoCoordinate3;
     bool isSound = true;
-    edit(m_coordinate3->point, static_cast<std::size_t>(nx) * static_cast<std::size_t>(ny),
-         [&](SbVec3f *node) {
-             const float *height = z;
-             for (int i = 0; i < nx; ++i) {
-                 for (int j = 0; j < ny; ++j, ++node) {
-                     const auto [x, y] = positions.node(i, j);
-                     node->setValue(x, y, height ? *height++ : 0);
-                     isSound = isSound && oravane::isFinite(*node);
-                 }
-             }
-         });
+    edit(m_coordinate3->point, static_cast<std::size_t>(grid.getNumNodes()), [&](SbVec3f *node) {
+        forEachPosition(grid, [&, height = z](float x, float y) mutable {
+            node->setValue(x, y, height ? *height++ : 0);
+            isSound = isSound && oravane::isFinite(*node);
+            ++node;
+        });
+    });
     m_group->addChild(m_coordinate3);
     const std::span<const SbVec3f> nodes = pointsOf(*m_coordinate3);
     if (isSound) {
@@ -230,6 +249,7 @@ void PoMeshFilled::buildGrid(const Grid &grid, const float *z) {
             faces.add(cell, face);
         }
     }
+    oravane::clearUndefinedPoints(m_coordinate3->point);
     m_group->addChild(faces.newShape(static_cast<std::size_t>(grid.getNumCells()), m_materialBinding,
                                      SoMaterialBinding::PER_FACE_INDEXED));
 }
@@ -240,6 +260,7 @@ void PoMeshFilled::buildFaces(const oravane::OrientedCells &cells, const float *
     m_group->addChild(m_coordinate3);
     SoundFaces faces(pointsOf(*m_coordinate3));
     cells.forEach([&](int cell, std::span<const int> nodes) { faces.add(cell, nodes); });
+    oravane::clearUndefinedPoints(m_coordinate3->point);
     m_group->addChild(faces.newShape(static_cast<std::size_t>(cells.mesh().getNumCells()), m_materialBinding,
                                      SoMaterialBinding::PER_PART_INDEXED));
 }
@@ -310,15 +331,15 @@ void PoMeshFilled::buildBands(const Mesh &mesh, const float *values, const float
         return;
     }
     // A node without a position has no value either: its cells are left out.
-    const auto isMissing = [](float height) { return !std::isfinite(height); };
-    const std::size_t numNodes = static_cast<std::size_t>(mesh.getNumNodes());
-    if (z && std::any_of(z, z + numNodes, isMissing)) {
-        m_maskedValues.assign(values, values + numNodes);
-        for (std::size_t node = 0; node < numNodes; ++node)
-            if (isMissing(z[node]))
-                m_maskedValues[node] = z[node] - z[node]; // NaN
-        values = m_maskedValues.data();
-    }
+    forEachPosition(mesh, [&, node = 0](float x, float y) mutable {
+        if (!oravane::isFinite(SbVec3f(x, y, z ? z[node] : 0))) {
+            if (values != m_maskedValues.data())
+                m_maskedValues.assign(values, values + mesh.getNumNodes());
+            values = m_maskedValues.data();
+            m_maskedValues[node] = std::numeric_limits<float>::quiet_NaN();
+        }
+        ++node;
+    });
     PiContouringFilled &engine = contouringFilled();
     engine.setMesh(&mesh, z);
     m_material = new SoMaterial;
@@ -326,23 +347,31 @@ void PoMeshFilled::buildBands(const Mesh &mesh, const float *values, const float
     engine.setDataMapping(resolved().dataMapping);
     engine.setIsovaluesList(resolved().isovaluesList);
     engine.fillSurf(values, z, m_group, m_material, m_materialBinding);
+    for (int k = 0; k < m_group->getNumChildren(); ++k)
+        if (SoNode *child = m_group->getChild(k); child->isOfType(SoCoordinate3::getClassTypeId()))
+            oravane::clearUndefinedPoints(static_cast<SoCoordinate3 *>(child)->point);
 }
 
 #define ORAVANE_DEFINE(Mesh, prefix, linesPrefix)                                                            \
     void PoMeshFilled::prefix##Filled(const Mesh *mesh) {                                                    \
-        fill(*mesh);                                                                                         \
+        if (isBuilding(mesh))                                                                                \
+            fill(*mesh);                                                                                     \
     }                                                                                                        \
     void PoMeshFilled::prefix##FilledInhColr(const Mesh *mesh, const float *z) {                             \
-        buildGeometry(*mesh, z);                                                                             \
+        if (isBuilding(mesh))                                                                                \
+            buildGeometry(*mesh, z);                                                                         \
     }                                                                                                        \
     void PoMeshFilled::prefix##FilledMapColr(const Mesh *mesh, const float *values, const float *z) {        \
-        buildPerNode(*mesh, values, z);                                                                      \
+        if (isBuilding(mesh))                                                                                \
+            buildPerNode(*mesh, colorable(values), z);                                                       \
     }                                                                                                        \
     void PoMeshFilled::prefix##FilledAvergColr(const Mesh *mesh, const float *values, const float *z) {      \
-        buildPerCell(*mesh, values, z);                                                                      \
+        if (isBuilding(mesh))                                                                                \
+            buildPerCell(*mesh, colorable(values), z);                                                       \
     }                                                                                                        \
     void PoMeshFilled::prefix##FilledContColr(const Mesh *mesh, const float *values, const float *z) {       \
-        buildBands(*mesh, values, z);                                                                        \
+        if (isBuilding(mesh))                                                                                \
+            buildBands(*mesh, colorable(values), z);                                                         \
     }
 ORAVANE_MESH2D_KINDS(ORAVANE_DEFINE)
 #undef ORAVANE_DEFINE

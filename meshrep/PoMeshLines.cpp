@@ -95,13 +95,15 @@ void PoMeshLines::addElementsAllCaches() {
 void PoMeshLines::rebuild() {
     preRebuild();
     if (const PbMesh2D *mesh = resolvedMesh()) {
-        m_group = new SoGroup;
-        m_group->ref();
+        auto *group = new SoGroup;
+        group->ref();
+        m_group = group;
         mesh->meshLines(this);
-        deleteTransparencyParts(resolved().dataMapping, m_material, m_materialBinding, m_group);
+        deleteTransparencyParts(resolved().dataMapping, m_material, m_materialBinding, group);
+        m_group = nullptr;
         setPart("appearance.material", m_material);
-        setPart("groupLines", m_group);
-        m_group->unref();
+        setPart("groupLines", group);
+        group->unref();
     } else {
         setPart("appearance.material", nullptr);
         setPart("groupLines", nullptr);
@@ -156,6 +158,7 @@ void PoMeshLines::buildGeometry(const Mesh &mesh, const float *z, WireFrame &wir
     m_group->addChild(m_coordinate3);
     wires.setNodes(*m_coordinate3);
     addLines(mesh, wires);
+    oravane::clearUndefinedPoints(m_coordinate3->point);
     m_group->addChild(wires.newShape());
 }
 
@@ -189,19 +192,24 @@ void PoMeshLines::buildPerSegment(const Mesh &mesh, const float *values, const f
 
 #define ORAVANE_DEFINE(Mesh, meshPrefix, prefix)                                                             \
     void PoMeshLines::prefix##Lines(const Mesh *mesh) {                                                      \
-        draw(*mesh);                                                                                         \
+        if (isBuilding(mesh))                                                                                \
+            draw(*mesh);                                                                                     \
     }                                                                                                        \
     void PoMeshLines::prefix##LinesInhColr(const Mesh *mesh, const float *z) {                               \
-        buildPerNode(*mesh, nullptr, z);                                                                     \
+        if (isBuilding(mesh))                                                                                \
+            buildPerNode(*mesh, nullptr, z);                                                                 \
     }                                                                                                        \
     void PoMeshLines::prefix##LinesMapColr(const Mesh *mesh, const float *values, const float *z) {          \
-        buildPerNode(*mesh, values, z);                                                                      \
+        if (isBuilding(mesh))                                                                                \
+            buildPerNode(*mesh, colorable(values), z);                                                       \
     }                                                                                                        \
     void PoMeshLines::prefix##LinesAvergColr(const Mesh *mesh, const float *values, const float *z) {        \
-        buildPerSegment(*mesh, values, z);                                                                   \
+        if (isBuilding(mesh))                                                                                \
+            buildPerSegment(*mesh, colorable(values), z);                                                    \
     }                                                                                                        \
     void PoMeshLines::prefix##LinesContColr(const Mesh *mesh, const float *values, const float *z) {         \
-        buildPerNode(*mesh, values, z);                                                                      \
+        if (isBuilding(mesh))                                                                                \
+            buildPerNode(*mesh, colorable(values), z);                                                       \
     }
 ORAVANE_MESH2D_KINDS(ORAVANE_DEFINE)
 #undef ORAVANE_DEFINE

@@ -47,16 +47,18 @@ PoMeshSides::~PoMeshSides() = default;
 void PoMeshSides::rebuild() {
     preRebuild();
     if (const PbMesh2D *mesh = resolvedMesh()) {
-        m_group = new SoGroup;
-        m_group->ref();
+        auto *group = new SoGroup;
+        group->ref();
+        m_group = group;
         m_shapeHints = new SoShapeHints;
         m_shapeHints->vertexOrdering = SoShapeHints::CLOCKWISE;
         m_shapeHints->creaseAngle = 0.8f;
         m_group->addChild(m_shapeHints);
         mesh->meshSides(this);
+        m_group = nullptr;
         setPart("appearance.material", nullptr);
-        setPart("groupSides", m_group);
-        m_group->unref();
+        setPart("groupSides", group);
+        group->unref();
     } else {
         setPart("appearance.material", nullptr);
         setPart("groupSides", nullptr);
@@ -66,10 +68,11 @@ void PoMeshSides::rebuild() {
 
 float PoMeshSides::footOf(const PbMesh2D &mesh) const {
     float foot = thresholdValue.getValue();
-    if (thresholdType.getValue() == THRESHOLD_ZMIN)
-        mesh.getMinValuesSet(zValuesIndex.getValue(), foot);
-    else if (thresholdType.getValue() == THRESHOLD_ZMAX)
-        mesh.getMaxValuesSet(zValuesIndex.getValue(), foot);
+    const int index = zValuesIndex.getValue(), type = thresholdType.getValue();
+    if (index >= 0 && type == THRESHOLD_ZMIN)
+        mesh.getMinValuesSet(index, foot);
+    else if (index >= 0 && type == THRESHOLD_ZMAX)
+        mesh.getMaxValuesSet(index, foot);
     return foot;
 }
 
@@ -178,19 +181,24 @@ void PoMeshSides::buildWalls(const Mesh &mesh, const float *z, float foot) {
 
 #define ORAVANE_DEFINE(Mesh, meshPrefix, prefix)                                                             \
     void PoMeshSides::prefix##Sides(const Mesh *mesh) {                                                      \
-        buildWalls(*mesh, zOf(*mesh), footOf(*mesh));                                                        \
+        if (isBuilding(mesh))                                                                                \
+            buildWalls(*mesh, zOf(*mesh), footOf(*mesh));                                                    \
     }                                                                                                        \
     void PoMeshSides::prefix##SidesInhColr(const Mesh *mesh, const float *z, float foot) {                   \
-        buildWalls(*mesh, z, foot);                                                                          \
+        if (isBuilding(mesh))                                                                                \
+            buildWalls(*mesh, z, foot);                                                                      \
     }                                                                                                        \
     void PoMeshSides::prefix##SidesMapColr(const Mesh *mesh, const float *, const float *z, float foot) {    \
-        buildWalls(*mesh, z, foot);                                                                          \
+        if (isBuilding(mesh))                                                                                \
+            buildWalls(*mesh, z, foot);                                                                      \
     }                                                                                                        \
     void PoMeshSides::prefix##SidesAvergColr(const Mesh *mesh, const float *, const float *z, float foot) {  \
-        buildWalls(*mesh, z, foot);                                                                          \
+        if (isBuilding(mesh))                                                                                \
+            buildWalls(*mesh, z, foot);                                                                      \
     }                                                                                                        \
     void PoMeshSides::prefix##SidesContColr(const Mesh *mesh, const float *, const float *z, float foot) {   \
-        buildWalls(*mesh, z, foot);                                                                          \
+        if (isBuilding(mesh))                                                                                \
+            buildWalls(*mesh, z, foot);                                                                      \
     }
 ORAVANE_MESH2D_KINDS(ORAVANE_DEFINE)
 #undef ORAVANE_DEFINE

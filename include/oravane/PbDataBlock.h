@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <functional>
+#include <utility>
 #include <vector>
 
 /// One array of a mesh: coordinates, or the entries of a data set. It holds either the address of the
@@ -25,11 +26,11 @@ public:
     ~PbDataBlock() = default;
 
     /// Takes `count` entries: copies them when duplicating, otherwise keeps the address. Null, or a `count`
-    /// below 1, empties the block. `data` may lie within the own block.
+    /// below 1, empties the block. `data` may lie within the own block, which then stays an own one.
     void set(const T *data, int count) {
         if (!data || count < 1)
             clear();
-        else if (m_isDuplicating)
+        else if (m_isDuplicating || holds(data))
             copyEntries(data, count);
         else
             share(data, count);
@@ -49,6 +50,19 @@ public:
         m_own = {};
         m_data = nullptr;
         m_num = 0;
+    }
+
+    /// Exchanges the entries; each block keeps its mode.
+    void swap(PbDataBlock &other) {
+        m_own.swap(other.m_own);
+        std::swap(m_data, other.m_data);
+        std::swap(m_num, other.m_num);
+    }
+
+    /// Whether `data` lies within the own block.
+    bool holds(const T *data) const {
+        const std::less<const T *> before;
+        return isOwned() && !before(data, m_own.data()) && before(data, m_own.data() + m_own.size());
     }
 
     const T *data() const { return m_data; }
@@ -72,8 +86,7 @@ private:
     }
 
     void copyEntries(const T *data, int count) {
-        const std::less<const T *> before;
-        if (isOwned() && !before(data, m_own.data()) && before(data, m_own.data() + m_own.size())) {
+        if (holds(data)) {
             m_own.erase(m_own.begin(), m_own.begin() + (data - m_own.data()));
             m_own.resize(static_cast<std::size_t>(count));
         } else {

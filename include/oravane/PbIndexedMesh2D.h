@@ -42,8 +42,10 @@ public:
 
     /// Replaces the geometry and reports `CHANGE_MESH_GEOMETRY`; the form without `z` removes the z. `x`, `y`
     /// and `z` have `numNodes` values, `cellSizes` the number of nodes of each cell, and `cellIndex` the node
-    /// numbers of all cells, one after the other: as many as the sizes add up to. When the number of nodes
-    /// changes, a duplicating mesh first removes its value sets (`CHANGE_VALUES_SET`).
+    /// numbers of all cells, one after the other: as many as the sizes add up to. The arrays may be those of
+    /// the mesh itself, as `getGeometry` gives them. When the number of nodes changes, own value sets go
+    /// first
+    /// (`CHANGE_VALUES_SET`, if there are any).
     void setGeometry(int numNodes, const float *x, const float *y, int numCells, const int *cellIndex,
                      const int *cellSizes);
     void setGeometry(int numNodes, const float *x, const float *y, const float *z, int numCells,
@@ -56,7 +58,7 @@ public:
     void getNodes(int &numNodes, const float *&x, const float *&y) const;
 
     /// Replaces the nodes alone, and reports nothing: a call of `touch()` or `setGeometry` follows. The cells
-    /// stay, and so does a z of the same length; value sets of another length go, when the mesh duplicates.
+    /// stay, and so does a z of the same length; own value sets of another length go.
     void setVertices(int numNodes, const float *x, const float *y);
 
     /// Anything but ORIENT_AS_GIVEN makes a flag for each cell: 1 when its first three nodes turn to the left
@@ -124,7 +126,7 @@ protected:
 private:
     bool acceptCellSizes(int numCells, const int *cellSizes, long long &total) const;
     void copyGeometry(const PbIndexedMesh2D &source);
-    void storeNodes(int numNodes, const float *x, const float *y);
+    void storeNodes(int numNodes, const float *x, const float *y, const float *z);
     void storeCells(int numCells, const int *cellIndex, const int *cellSizes);
     void finishGeometry(bool isNewCount);
     void findOwners() const;

@@ -29,8 +29,8 @@
 ///
 /// Data sets refer to the number of nodes at the time when they were added. After a change of it a
 /// duplicating mesh has no value sets left; in its own vector sets missing entries are (0, 0, 0). A mesh that
-/// does not duplicate keeps the addresses, and the program has to give new ones. The length of a given array
-/// is never checked.
+/// does not duplicate keeps the addresses, and the program has to give new ones; only sets of its own, which
+/// it has from the assignment of a duplicating mesh, go too. The length of a given array is never checked.
 ///
 /// A mesh is used from one thread: a search and `getCell` fill the one cell object of the mesh.
 class ORAVANE_API PbMesh : public PbBase {
@@ -131,8 +131,9 @@ protected:
 
     /// Changes the counts. Own vector sets get entries (0, 0, 0) for new nodes.
     void setCounts(int numNodes, int numCells);
-    /// Removes the value sets without a report.
-    void dropValuesSets() { m_valuesSets.clear(); }
+    /// Removes the value sets that the mesh holds as its own, for a new number of nodes, without a report.
+    /// Returns whether there was one.
+    bool dropValuesSets();
 
     /// Restarts the cell boxes, and takes one more cell.
     void resetCellBoxes();

@@ -70,8 +70,9 @@ protected:
     /// Valid from `preRebuild` to the end of the rebuild.
     const Resolved &resolved() const { return m_resolved; }
 
-    /// Falls to COLOR_INHERITED where `mesh` has no values for the colouring.
-    void checkColoring(const PbMesh *mesh);
+    /// The mesh that a rebuild draws, or null. A child class with meshes of a kind of its own gives one of
+    /// these.
+    virtual const PbMesh *meshToDraw() const { return getMesh(); }
 
     PiContouringFilled &contouringFilled();
     PiContouringLines &contouringLines();
@@ -104,6 +105,9 @@ protected:
 
 private:
     class IsovalueAdjuster;
+
+    /// The colouring in force, of what `m_resolved` holds already.
+    ColoringType resolveColoring() const;
 
     PoConnection<PbMesh> m_mesh{this};
     PoConnection<PbDataMapping> m_dataMapping{this};

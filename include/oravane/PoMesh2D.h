@@ -37,7 +37,7 @@ public:
     /// and one for each hole.
     void getMeshLimit(Ppoint_list_list3 &limits);
 
-    /// Called back by `PbMesh2D::getLimits`, one for each kind of mesh.
+    /// Called back by `PbMesh2D::getLimits`, one for each kind of mesh. A null mesh has no border.
 #define ORAVANE_DECLARE(Mesh, prefix, linesPrefix)                                                           \
     void prefix##GetLimits(const Mesh *mesh, Ppoint_list_list3 &limits);
     ORAVANE_MESH2D_KINDS(ORAVANE_DECLARE)
@@ -57,17 +57,27 @@ protected:
     /// The values of `valuesIndex`, or null.
     const float *valuesOf(const PbMesh2D &mesh) const;
 
+    /// Whether the builders of a representation may draw `mesh`: there is one, and a rebuild is under way.
+    bool isBuilding(const PbMesh2D *mesh) const {
+        return mesh && m_group;
+    }
+    /// Values as they can colour something: null without a mapping.
+    const float *colorable(const float *values) const {
+        return resolved().dataMapping ? values : nullptr;
+    }
+
     /// A new node with all nodes of the mesh of the rebuild under way, in the order of their numbers; `z` has
     /// one float for each, or is null for 0. Also stored as `m_coordinate3`. Null without a mesh.
     SoCoordinate3 *makeSoCoordinate3(const float *z);
 
+    const PbMesh *meshToDraw() const override;
     void preRebuild() override;
 
 private:
     struct Borders;
 
     template <class Mesh>
-    void limitsOf(const Mesh &mesh, Ppoint_list_list3 &limits);
+    void limitsOf(const Mesh *mesh, Ppoint_list_list3 &limits);
     template <class Grid>
     void addGridBorder(const Grid &grid, const float *z);
     void addIndexedBorder(const PbIndexedMesh2D &mesh, const float *z);

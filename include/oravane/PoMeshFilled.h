@@ -34,7 +34,7 @@ public:
     /// \name Called back by `PbMesh2D::meshFilled`, one family for each kind of mesh
     /// The first chooses the builder of the colouring in force; the builders add to the group of the rebuild
     /// under way. `values` and `z` have one float for each node; null values give geometry only, null z gives
-    /// 0.
+    /// 0. Outside of a rebuild, and for a null mesh, they do nothing.
     /// @{
 #define ORAVANE_DECLARE(Mesh, prefix, linesPrefix)                                                           \
     void prefix##Filled(const Mesh *mesh);                                                                   \

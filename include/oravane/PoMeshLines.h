@@ -35,7 +35,8 @@ public:
     /// The first chooses the builder of the colouring in force; the builders add to the group of the rebuild
     /// under way. `values` and `z` have one float for each node; null values give geometry only, null z gives
     /// 0. The builder for COLOR_AVERAGE, which no colouring chooses, gives each segment the colour of the
-    /// mean of its ends; that for COLOR_CONTOURING is the same as for COLOR_MAPPING.
+    /// mean of its ends; that for COLOR_CONTOURING is the same as for COLOR_MAPPING. Outside
+    /// of a rebuild, and for a null mesh, they do nothing.
     /// @{
 #define ORAVANE_DECLARE(Mesh, meshPrefix, prefix)                                                            \
     void prefix##Lines(const Mesh *mesh);                                                                    \

@@ -40,7 +40,8 @@ public:
     void rebuild() override;
 
     /// \name Called back by `PbMesh2D::meshSides`, one family for each kind of mesh
-    /// `z` has one float for each node, or is null for 0; `foot` is the height of the foot.
+    /// `z` has one float for each node, or is null for 0; `foot` is the height of the foot. Outside of
+    /// a rebuild, and for a null mesh, they do nothing.
     /// @{
 #define ORAVANE_DECLARE(Mesh, meshPrefix, prefix)                                                            \
     void prefix##Sides(const Mesh *mesh);                                                                    \

@@ -170,6 +170,58 @@ TEST(PbTriangleMesh2D, TriangulatesPointsAloneInBothModes) {
     }
 }
 
+TEST(PbIndexedMesh2D, ArraysOfTheMeshItselfMayComeBackInOtherPlaces) {
+    const Sample s;
+    const PbIndexedMesh2D source(7, s.x, s.y, s.z, 3, s.nodes, s.sizes, 1);
+    for (const int isDataDuplicate : {0, 1}) {
+        PbIndexedMesh2D mesh(isDataDuplicate);
+        mesh = source; // arrays of its own in either mode
+        for (const bool withZ : {true, false}) {
+            int numNodes = 0, numCells = 0;
+            const float *x = nullptr, *y = nullptr, *z = nullptr;
+            const int *nodes = nullptr, *sizes = nullptr;
+            mesh.getGeometry(numNodes, x, y, z, numCells, nodes, sizes);
+            if (withZ)
+                mesh.setGeometry(numNodes, y, z, x, numCells, nodes, sizes);
+            else
+                mesh.setGeometry(numNodes, z, x, numCells, nodes, sizes);
+            EXPECT_EQ(mesh.getNodeCoord(3), withZ ? SbVec3f(1, 0, 0) : SbVec3f(0, 1, 0));
+            EXPECT_EQ(mesh.getCellNodes(2).back(), 2);
+        }
+    }
+}
+
+/// Listens to a mesh, and reads its values at each change as a kit would.
+struct Listener : PoBase {
+    void basicObjectChange(PbBase *object) override {
+        changes.push_back(object->getChangeType());
+        float low = 0;
+        static_cast<PbMesh *>(object)->getMinValuesSet(0, low);
+    }
+    Ints changes;
+};
+
+TEST(PbIndexedMesh2D, OwnSetsOfAnotherLengthGoAndAreReportedOnce) {
+    const std::vector<float> many(100);
+    const test::Ref<Listener> listener(new Listener);
+    for (const int isDataDuplicate : {0, 1}) {
+        Sample s;
+        s.mesh.addValuesSet(0, s.z);
+        PbIndexedMesh2D mesh(isDataDuplicate);
+        mesh = s.mesh;
+        mesh.addConnection(listener.get());
+        for (const int type : {PbBase::CHANGE_VALUES_SET, PbBase::CHANGE_MESH_GEOMETRY}) {
+            listener->changes.clear();
+            const int numNodes = type == PbBase::CHANGE_VALUES_SET ? 100 : 99;
+            mesh.setGeometry(numNodes, many.data(), many.data(), 3, s.nodes, s.sizes);
+            EXPECT_EQ(listener->changes.front(), type) << "the second time without a set";
+            EXPECT_EQ(listener->changes.back(), PbBase::CHANGE_MESH_GEOMETRY);
+            EXPECT_EQ(mesh.getNumValuesSet(), 0);
+        }
+        mesh.removeConnection(listener.get());
+    }
+}
+
 TEST(PbIndexedMesh2D, NewNodesAloneKeepTheMeshReadable) {
     const Sample s;
     PbIndexedMesh2D mesh(7, s.x, s.y, s.z, 3, s.nodes, s.sizes, 1);

@@ -9,12 +9,16 @@
 #include <oravane/PbNonLinearDataMapping.h>
 #include <oravane/PbParalCartesianGrid2D.h>
 #include <oravane/PbPolarGrid2D.h>
+#include <oravane/PbQuadrangleMesh2D.h>
 #include <oravane/PbRegularCartesianGrid2D.h>
+#include <oravane/PbTriangleMesh2D.h>
 #include <oravane/PoDomain.h>
 #include <oravane/PoIsovaluesList.h>
 #include <oravane/PoLinearDataMapping.h>
+#include <oravane/PoMeshElement.h>
 
 #include <Inventor/actions/SoCallbackAction.h>
+#include <Inventor/nodes/SoCallback.h>
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoIndexedFaceSet.h>
@@ -216,6 +220,27 @@ TEST(PoMeshFilled, EachChangeRebuildsOnceAndOnlyTheKitsItConcerns) {
     EXPECT_EQ(other.rebuilds, 1);
 }
 
+TEST(PoMeshFilled, AMeshOfTheSceneServesWithoutOneOfItsOwn) {
+    const auto own = regularGrid();
+    PbRegularCartesianGrid2D ofScene(2, 2, 0.f, 0.f, 1.f, 1.f, 1); // without values
+    const Scene scene(own.get());
+    scene.kit->coloringType = PoMesh::COLOR_MAPPING;
+    auto *setter = new SoCallback;
+    setter->setCallback(
+        [](void *mesh, SoAction *action) {
+            if (action->isOfType(SoCallbackAction::getClassTypeId()))
+                PoMeshElement::set(action->getState(), action->getCurPathTail(),
+                                   static_cast<PbMesh2D *>(mesh));
+        },
+        static_cast<PbMesh2D *>(&ofScene));
+    scene.root->insertChild(setter, 0);
+    const Drawn drawn = drawnBy(scene.root.get());
+    EXPECT_NEAR(drawn.area, 24, 1e-4);
+    EXPECT_NEAR(drawn.redArea, 12, 1e-4) << "values of the own mesh count";
+    scene.kit->setMesh(nullptr);
+    EXPECT_NEAR(drawnBy(scene.root.get()).area, 1, 1e-4);
+}
+
 TEST(PoMeshFilled, DeletedObjectsAreForgotten) {
     auto grid = regularGrid();
     Scene scene(grid.get());
@@ -294,6 +319,53 @@ TEST(PoMeshFilled, ThresholdsDeleteCellsAndGiveTheirColorToCellsAcross) {
     EXPECT_NEAR(drawnBy(scene.root.get()).area, 24 - 1, 1e-4) << "three corners stay as a triangle";
     scene.kit->coloringType = PoMesh::COLOR_CONTOURING;
     EXPECT_NEAR(drawnBy(scene.root.get()).area, 24 - 1, 1e-4);
+}
+
+TEST(PoMeshFilled, CellsOfIndexedMeshesAreReversedAndTakeAThresholdByTheirKind) {
+    const float x[] = {0, 1, 1, 0}, y[] = {0, 0, 1, 1}, values[] = {0, 0.25f, 0.5f, 1};
+    const std::vector<int> clockwise{0, 3, 2, 1}, byMin{3, 2, 1, 0}, byMax{0, 1, 2, 3};
+    const int size = 4;
+    struct Row {
+        const char *name;
+        std::unique_ptr<PbIndexedMesh2D> mesh;
+        std::vector<int> face;
+        bool isOfMax;
+    };
+    const auto general = [&](const std::vector<int> &cell) {
+        return std::make_unique<PbIndexedMesh2D>(4, x, y, 1, cell.data(), &size, 1);
+    };
+    Row rows[] = {{"triangle",
+                   std::make_unique<PbTriangleMesh2D>(4, x, y, 1, clockwise.data(), 1),
+                   {0, 2, 3, -1},
+                   true},
+                  {"quadrangle",
+                   std::make_unique<PbQuadrangleMesh2D>(4, x, y, 1, byMin.data(), 1),
+                   {3, 0, 1, 2, -1},
+                   true},
+                  {"general, ends at the minimum", general(byMin), {0, 1, 2, 3, -1}, false},
+                  {"general, ends at the maximum", general(byMax), {0, 1, 2, 3, -1}, true},
+                  {"general, clockwise", general(clockwise), {1, 2, 3, 0, -1}, true}};
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
+        row.mesh->addValuesSet(0, values);
+        row.mesh->setElemOrientation(PbIndexedMesh2D::ORIENT_BY_FLAGS);
+        const Scene scene(row.mesh.get());
+        scene.kit->coloringType = PoMesh::COLOR_AVERAGE;
+        PbLinearDataMapping mapping;
+        mapping.enableTransparency(1);
+        mapping.enableThresholds(1, 1);
+        mapping.setMinThreshold(0, SbColor(0, 1, 0), 0.5f);
+        mapping.setMaxThreshold(1, SbColor(1, 0, 0), 0.25f);
+        scene.kit->setDataMapping(&mapping);
+        scene.traverse();
+        const SoMFInt32 &face = scene.shape<SoIndexedFaceSet>()->coordIndex;
+        EXPECT_EQ(std::vector<int>(face.getValues(0), face.getValues(0) + face.getNum()), row.face);
+        EXPECT_EQ(scene.material()->diffuseColor[0], row.isOfMax ? SbColor(1, 0, 0) : SbColor(0, 1, 0));
+        EXPECT_EQ(scene.material()->transparency[0], row.isOfMax ? 0.25f : 0.5f);
+        mapping.enableTransparency(0);
+        scene.traverse();
+        EXPECT_EQ(static_cast<SoMaterialBinding *>(scene.group()->getChild(1))->value.getValue(), 3);
+    }
 }
 
 TEST(PoMeshFilled, ValuesWithoutColorAreLeftOutOpaquely) {
