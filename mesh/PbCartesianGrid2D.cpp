@@ -54,8 +54,7 @@ void PbCartesianGrid2D::copyNodes(const PbCartesianGrid2D &source) {
 }
 
 void PbCartesianGrid2D::setXYGeometry(int numX, int numY, const float *x, const float *y) {
-    m_x.set(x, numX * numY);
-    m_y.set(y, numX * numY);
+    PbDataBlock<float>::setTogether({{&m_x, x, numX * numY}, {&m_y, y, numX * numY}});
 }
 
 void PbCartesianGrid2D::getXYGeometry(const float *&x, const float *&y) const {

@@ -31,8 +31,11 @@ void PbGrid2D::setGeometry(int numX, int numY, const float *x, const float *y, c
     if (!acceptDim(numX, numY) || (numX > 0 && (!x || !y)))
         return;
     const bool isNewCount = numX * numY != m_numNodes;
-    setZCoord(numX * numY, z);
+    // z may be an own array of x or y, and the other way round.
+    PbDataBlock<float> newZ(isDataDuplicate() || m_zCoord.holds(z));
+    newZ.set(z, numX * numY);
     setXYGeometry(numX, numY, x, y);
+    m_zCoord.swap(newZ);
     // Sizes and arrays agree again before the first kit is told.
     setDim(numX, numY);
     updateBoundingBox();

@@ -103,19 +103,8 @@ void PbIndexedMesh2D::setNodesAndOwnCells(int numNodes, const float *x, const fl
     finishGeometry(isNewCount);
 }
 
-// The arguments may be arrays of this mesh in other places, as when a program exchanges x and y: none of them
-// goes before all are taken.
 void PbIndexedMesh2D::storeNodes(int numNodes, const float *x, const float *y, const float *z) {
-    const auto taken = [&](const float *data) {
-        const bool isOwn = m_x.holds(data) || m_y.holds(data) || m_zCoord.holds(data);
-        PbDataBlock<float> block(isDataDuplicate() || isOwn);
-        block.set(data, numNodes);
-        return block;
-    };
-    PbDataBlock<float> newX = taken(x), newY = taken(y), newZ = taken(z);
-    m_x.swap(newX);
-    m_y.swap(newY);
-    m_zCoord.swap(newZ);
+    PbDataBlock<float>::setTogether({{&m_x, x, numNodes}, {&m_y, y, numNodes}, {&m_zCoord, z, numNodes}});
     m_areOwnersValid = false;
 }
 

@@ -34,8 +34,7 @@ PbCartesianGrid2D &PbParalCartesianGrid2D::operator=(const PbCartesianGrid2D &so
 }
 
 void PbParalCartesianGrid2D::setXYGeometry(int numX, int numY, const float *x, const float *y) {
-    m_x.set(x, numX);
-    m_y.set(y, numY);
+    PbDataBlock<float>::setTogether({{&m_x, x, numX}, {&m_y, y, numY}});
 }
 
 void PbParalCartesianGrid2D::getXYGeometry(const float *&x, const float *&y) const {

@@ -30,8 +30,7 @@ PbPolarGrid2D &PbPolarGrid2D::operator=(const PbPolarGrid2D &source) {
 }
 
 void PbPolarGrid2D::setXYGeometry(int numX, int numY, const float *x, const float *y) {
-    m_radius.set(x, numX);
-    m_angle.set(y, numY);
+    PbDataBlock<float>::setTogether({{&m_radius, x, numX}, {&m_angle, y, numY}});
 }
 
 void PbPolarGrid2D::getXYGeometry(const float *&x, const float *&y) const {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <functional>
+#include <initializer_list>
 #include <utility>
 #include <vector>
 
@@ -34,6 +35,28 @@ public:
             copyEntries(data, count);
         else
             share(data, count);
+    }
+
+    /// What a block is to take.
+    struct Source {
+        PbDataBlock *block;
+        const T *data;
+        int count;
+    };
+    /// Sets several blocks, as `set` does. `data` may lie within an own block of any of them, as when a
+    /// program exchanges x and y: none goes before all are taken.
+    static void setTogether(std::initializer_list<Source> sources) {
+        std::vector<PbDataBlock> taken;
+        taken.reserve(sources.size());
+        for (const Source &source : sources) {
+            const bool isOwn = std::any_of(sources.begin(), sources.end(), [&](const Source &other) {
+                return other.block->holds(source.data);
+            });
+            taken.emplace_back(source.block->m_isDuplicating || isOwn).set(source.data, source.count);
+        }
+        auto next = taken.begin();
+        for (const Source &source : sources)
+            source.block->swap(*next++);
     }
 
     /// Makes an own block of `count` entries, in either mode. Entries of an own block keep their values, new

@@ -297,4 +297,23 @@ TEST(GetPositionInSortedArray, FindsTheIntervalInEitherDirection) {
             << row.value << " of " << row.num;
 }
 
+TEST(PbGrid2D, ArraysOfTheGridItselfMayComeBackInOtherPlaces) {
+    const GridSample sample(3, 3);
+    for (const auto &[name, grid] : test::allKinds(sample, true, 1)) {
+        int numX = 0, numY = 0;
+        const float *x = nullptr, *y = nullptr, *z = nullptr;
+        grid->getGeometry(numX, numY, x, y, z);
+        if (!x)
+            continue; // a regular grid has none
+        const SbVec3f before = grid->getNodeCoord(2, 2);
+        grid->setGeometry(numX, numY, y, x, z);
+        EXPECT_EQ(grid->getNodeCoord(2, 2), SbVec3f(before[1], before[0], before[2])) << name;
+        if (std::string(name) != "Cartesian")
+            continue; // x and y are shorter than z
+        grid->getGeometry(numX, numY, x, y, z);
+        grid->setGeometry(numX, numY, x, z, y);
+        EXPECT_EQ(grid->getNodeCoord(0, 0)[0], sample.rows[0]) << name;
+    }
+}
+
 } // namespace
