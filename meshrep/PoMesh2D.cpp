@@ -10,6 +10,9 @@
 #include <oravane/PoMeshElement.h>
 
 #include <Inventor/nodes/SoCoordinate3.h>
+#include <Inventor/nodes/SoGroup.h>
+#include <Inventor/nodes/SoMaterial.h>
+#include <Inventor/nodes/SoShapeHints.h>
 
 SO_KIT_SOURCE(PoMesh2D)
 
@@ -54,6 +57,33 @@ void PoMesh2D::preRebuild() {
     PoMesh::preRebuild();
     const PbMesh2D *mesh = getMesh();
     m_resolvedMesh = mesh && !mesh->isEmpty() ? mesh : nullptr;
+}
+
+void PoMesh2D::rebuildGroup(const char *part, GroupKind kind,
+                            const std::function<void(const PbMesh2D &)> &fill) {
+    preRebuild();
+    SoGroup *group = nullptr;
+    if (m_resolvedMesh) {
+        group = new SoGroup;
+        group->ref();
+        m_group = group;
+        if (kind == SURFACE) {
+            m_shapeHints = new SoShapeHints;
+            m_shapeHints->vertexOrdering = SoShapeHints::CLOCKWISE;
+            m_shapeHints->creaseAngle = 0.8f;
+            m_group->addChild(m_shapeHints);
+        }
+        fill(*m_resolvedMesh);
+        // Before the parts are set, which tells the scene: a sensor of the program may then delete the
+        // mapping.
+        deleteTransparencyParts(resolved().dataMapping, m_material, m_materialBinding, group);
+        m_group = nullptr;
+    }
+    setPart("appearance.material", m_material);
+    setPart(part, group);
+    if (group)
+        group->unref();
+    postRebuild();
 }
 
 const float *PoMesh2D::zOf(const PbMesh2D &mesh) const {

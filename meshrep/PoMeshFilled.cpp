@@ -18,7 +18,6 @@
 #include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoMaterialBinding.h>
 #include <Inventor/nodes/SoQuadMesh.h>
-#include <Inventor/nodes/SoShapeHints.h>
 #include <Inventor/nodes/SoVertexProperty.h>
 
 #include <algorithm>
@@ -57,28 +56,7 @@ void PoMeshFilled::addElementsAllCaches() {
 }
 
 void PoMeshFilled::rebuild() {
-    preRebuild();
-    if (const PbMesh2D *mesh = resolvedMesh()) {
-        auto *group = new SoGroup;
-        group->ref();
-        m_group = group;
-        m_shapeHints = new SoShapeHints;
-        m_shapeHints->vertexOrdering = SoShapeHints::CLOCKWISE;
-        m_shapeHints->creaseAngle = 0.8f;
-        m_group->addChild(m_shapeHints);
-        mesh->meshFilled(this);
-        // Before the parts are set, which tells the scene: a sensor of the program may then delete the
-        // mapping.
-        deleteTransparencyParts(resolved().dataMapping, m_material, m_materialBinding, group);
-        m_group = nullptr;
-        setPart("appearance.material", m_material);
-        setPart("groupFilled", group);
-        group->unref();
-    } else {
-        setPart("appearance.material", nullptr);
-        setPart("groupFilled", nullptr);
-    }
-    postRebuild();
+    rebuildGroup("groupFilled", SURFACE, [this](const PbMesh2D &mesh) { mesh.meshFilled(this); });
 }
 
 template <class Mesh>

@@ -93,22 +93,7 @@ void PoMeshLines::addElementsAllCaches() {
 }
 
 void PoMeshLines::rebuild() {
-    preRebuild();
-    if (const PbMesh2D *mesh = resolvedMesh()) {
-        auto *group = new SoGroup;
-        group->ref();
-        m_group = group;
-        mesh->meshLines(this);
-        deleteTransparencyParts(resolved().dataMapping, m_material, m_materialBinding, group);
-        m_group = nullptr;
-        setPart("appearance.material", m_material);
-        setPart("groupLines", group);
-        group->unref();
-    } else {
-        setPart("appearance.material", nullptr);
-        setPart("groupLines", nullptr);
-    }
-    postRebuild();
+    rebuildGroup("groupLines", LINES, [this](const PbMesh2D &mesh) { mesh.meshLines(this); });
 }
 
 template <class Mesh>

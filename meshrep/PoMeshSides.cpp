@@ -15,7 +15,6 @@
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoQuadMesh.h>
-#include <Inventor/nodes/SoShapeHints.h>
 #include <Inventor/nodes/SoVertexProperty.h>
 
 SO_KIT_SOURCE(PoMeshSides)
@@ -45,25 +44,7 @@ PoMeshSides::PoMeshSides() {
 PoMeshSides::~PoMeshSides() = default;
 
 void PoMeshSides::rebuild() {
-    preRebuild();
-    if (const PbMesh2D *mesh = resolvedMesh()) {
-        auto *group = new SoGroup;
-        group->ref();
-        m_group = group;
-        m_shapeHints = new SoShapeHints;
-        m_shapeHints->vertexOrdering = SoShapeHints::CLOCKWISE;
-        m_shapeHints->creaseAngle = 0.8f;
-        m_group->addChild(m_shapeHints);
-        mesh->meshSides(this);
-        m_group = nullptr;
-        setPart("appearance.material", nullptr);
-        setPart("groupSides", group);
-        group->unref();
-    } else {
-        setPart("appearance.material", nullptr);
-        setPart("groupSides", nullptr);
-    }
-    postRebuild();
+    rebuildGroup("groupSides", SURFACE, [this](const PbMesh2D &mesh) { mesh.meshSides(this); });
 }
 
 float PoMeshSides::footOf(const PbMesh2D &mesh) const {

@@ -7,6 +7,8 @@
 
 #include <Inventor/fields/SoSFShort.h>
 
+#include <functional>
+
 #define ORAVANE_DECLARE(Mesh, prefix, linesPrefix) class Mesh;
 ORAVANE_MESH2D_KINDS(ORAVANE_DECLARE)
 #undef ORAVANE_DECLARE
@@ -72,6 +74,13 @@ protected:
 
     const PbMesh *meshToDraw() const override;
     void preRebuild() override;
+
+    /// The whole rebuild of a kit that shows a mesh by one generated group. `fill` adds to `m_group`, and may
+    /// make `m_material` and `m_materialBinding`; what the mapping makes invisible is left out, and the
+    /// material and the group become the parts `appearance.material` and `part`. Without a mesh both are
+    /// null. A surface begins with shape hints: clockwise, with a crease angle of 0.8.
+    enum GroupKind { LINES, SURFACE };
+    void rebuildGroup(const char *part, GroupKind kind, const std::function<void(const PbMesh2D &)> &fill);
 
 private:
     struct Borders;
