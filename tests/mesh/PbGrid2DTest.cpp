@@ -237,6 +237,7 @@ TEST(PbGrid2D, DegenerateSizesAndArguments) {
         EXPECT_EQ(grid->getNodeCoord(5), last);
         grid->setGeometry(numX, numY, x, y, z); // the arrays that it owns itself
         EXPECT_EQ(grid->getNodeCoord(5), last);
+        grid->getGeometry(numX, numY, x, y, z);
         grid->setGeometry(1, 2, x, y);
         EXPECT_EQ(grid->getNumNodes(), 2);
         EXPECT_EQ(grid->getNumCells(), 0);
