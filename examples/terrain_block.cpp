@@ -21,7 +21,7 @@ SoSeparator *newBlockScene() {
     auto *camera = new SoPerspectiveCamera;
     camera->position.setValue(-1000, -12000, 25000);
     camera->pointAt(SbVec3f(5150, 6250, 300), SbVec3f(0, 0, 1));
-    camera->heightAngle = 0.41f;
+    camera->heightAngle = 0.44f;
     camera->nearDistance = 2000;
     camera->farDistance = 60000;
     auto *light = new SoDirectionalLight;

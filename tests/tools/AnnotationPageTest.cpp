@@ -61,8 +61,7 @@ const std::string kTexts[] = {
     "SoAnnoText3 { string [ \"Depth (m)\", \"2nd, longer line\" ] }",
     "SoAnnoText3 { string [ \"Depth (m)\", \"2nd, longer line\" ] justification RIGHT spacing 1.4 }",
     "SoAnnoText3 { string [ \"Depth (m)\", \"2nd, longer line\" ] justification CENTER spacing 0.8 }",
-    "Translation { translation 0.1 0.2 0 } Rotation { rotation 0 0 1 0.5 } Scale { scaleFactor 1.5 1.5 1 } "
-    "SoAnnoText3 { string \"turned\" }",
+    "Rotation { rotation 0 0 1 0.5 } Scale { scaleFactor 1.5 1.5 1 } SoAnnoText3 { string \"turned\" }",
     "Rotation { rotation 0 0 1 1.5708 } SoAnnoText3 { string [ \"up\", \"and on\" ] justification CENTER }",
 };
 
