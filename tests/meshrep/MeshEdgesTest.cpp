@@ -211,7 +211,7 @@ TEST(PoMeshSides, FootIsABoundOfTheSetOrTheValue) {
 
 TEST(PoMeshLimit, IsOneClosedLineForEachBorder) {
     const Square s;
-    const auto smallest = grid(2, 2), holed = s.withHole();
+    const auto smallest = grid(3, 2), holed = s.withHole();
     const auto islands = s.with<PbQuadrangleMesh2D>({0, 4, 5, 1, 10, 14, 15, 11}, 4),
                pinched = s.with<PbTriangleMesh2D>({0, 4, 5, 5, 10, 6}, 3),
                closed = s.with<PbTriangleMesh2D>({0, 1, 4, 0, 1, 5, 1, 4, 5, 0, 4, 5}, 3),
@@ -222,8 +222,22 @@ TEST(PoMeshLimit, IsOneClosedLineForEachBorder) {
         Ints sizes;
     };
     const auto kit = kitOf<PoMeshLimit>(nullptr);
+    Ppoint_list_list3 limits{};
+    kit->getMeshLimit(limits);
+    EXPECT_EQ(limits.numLists, 0);
+    kit->setMesh(smallest.get());
+    kit->zValuesIndex = 0;
+    kit->getMeshLimit(limits);
+    ASSERT_EQ(limits.numLists, 1);
+    ASSERT_EQ(limits.lists[0].numPoints, 7);
+    const int around[] = {0, 2, 4, 5, 3, 1, 0}; // i first
+    for (int k = 0; k < 7; ++k) {
+        const Ppoint3 &p = limits.lists[0].points[k];
+        const SbVec3f node = smallest->getNodeCoord(around[k]);
+        EXPECT_EQ(SbVec3f(p.x, p.y, p.z), node + SbVec3f(0, 0, Square().z[around[k]])) << k;
+    }
     for (const Row &row :
-         {Row{"grid", smallest.get(), {5}}, Row{"hole", holed.get(), {5, 13}},
+         {Row{"grid", smallest.get(), {7}}, Row{"hole", holed.get(), {5, 13}},
           Row{"islands", islands.get(), {5, 5}}, Row{"closed surface", closed.get(), {}},
           Row{"two triangles at a node", pinched.get(), {4, 4}}, Row{"cell twice", twice.get(), {}}}) {
         SCOPED_TRACE(row.name);
