@@ -20,57 +20,46 @@ using test::NOT_A_NUMBER;
 namespace {
 
 TEST(PbGrid2D, AllKindsGiveTheSameNodesCellsAndMeasures) {
-    const GridSample sample(4, 3);
+    const GridSample sample(9, 6);
     for (const int duplicate : {0, 1})
         for (const bool withZ : {false, true})
             for (const auto &[name, grid] : allKinds(sample, withZ, duplicate)) {
                 SCOPED_TRACE(std::string(name) + (withZ ? " with z" : "") + (duplicate ? " own" : " shared"));
-                ASSERT_EQ(grid->getNumNodes(), 12);
-                ASSERT_EQ(grid->getNumCells(), 6);
                 SoMFVec3f coords, oneByOne;
                 grid->getNodesCoord(grid->getZcoord(), coords);
                 grid->PbMesh2D::getNodesCoord(grid->getZcoord(), oneByOne);
-                ASSERT_EQ(coords.getNum(), 12);
+                ASSERT_EQ(coords.getNum(), 54);
                 EXPECT_TRUE(coords == oneByOne);
-                for (int n = 0; n < 12; ++n) {
+                for (int n = 0; n < grid->getNumNodes(); ++n) {
                     const SbVec3f expected(sample.x[n], sample.y[n], withZ ? sample.z[n] : 0);
                     EXPECT_EQ(grid->getNodeCoord(n), expected) << n;
                     EXPECT_EQ(coords[n], expected) << n;
                 }
-                EXPECT_EQ(grid->PbMesh2D::getBoundingBox(), SbBox2f(1, -1, 2.5f, -0.5f));
-                EXPECT_EQ(grid->PbMesh::getBoundingBox().getMax()[2], withZ ? 7.25f : 0);
-                EXPECT_TRUE(withZ || std::abs(grid->getArea() - 0.75f) < 1e-7f);
-                const PbCell *cell = grid->getCell(3);
-                EXPECT_EQ(listFrom([&](PbArrayOfInt &nodes) { cell->getNodesIndex(nodes); }),
-                          (std::vector<int>{4, 7, 8, 5}));
-                for (int local = 0; local < 4; ++local)
-                    EXPECT_EQ(cell->getNodeCoord(local), grid->getNodeCoord(cell->getNodeIndex(local)));
-            }
-}
-
-TEST(PbGrid2D, AllKindsFindTheSameCellAndValue) {
-    const GridSample sample(9, 6);
-    for (const bool withZ : {false, true})
-        for (const auto &[name, grid] : allKinds(sample, withZ, 1)) {
-            SCOPED_TRACE(std::string(name) + (withZ ? " with z" : ""));
-            grid->addValuesSet(0, sample.values.data());
-            for (int index = 0; index < grid->getNumCells(); ++index) {
-                const SbVec3f inside = grid->getCell(index)->getCenter();
+                EXPECT_EQ(grid->PbMesh2D::getBoundingBox(), SbBox2f(1, -1, 5, 0.25f));
+                EXPECT_EQ(grid->PbMesh::getBoundingBox().getMax()[2], withZ ? 26 : 0);
+                EXPECT_TRUE(withZ || std::abs(grid->getArea() - 5) < 1e-6f);
+                ASSERT_EQ(grid->getNumCells(), 40);
                 SbVec3f pcoord;
-                const PbCell *cell = grid->findContainingCell(inside, 0, pcoord);
-                ASSERT_TRUE(cell) << index;
-                EXPECT_EQ(cell->getIndex(), index);
-                EXPECT_NEAR(cell->getValue(pcoord, grid->getValuesSet(0)), 2 * inside[0] + 3 * inside[1] + 1,
-                            1e-5);
-                EXPECT_EQ(grid->findContainingCell(inside, 0, pcoord, grid->getCell(0)), cell);
+                for (int index = 0; index < 40; ++index) {
+                    const PbCell *cell = grid->getCell(index);
+                    const int n = index / 5 * 6 + index % 5;
+                    EXPECT_EQ(listFrom([&](PbArrayOfInt &nodes) { cell->getNodesIndex(nodes); }),
+                              (std::vector<int>{n, n + 6, n + 7, n + 1}));
+                    for (int local = 0; local < 4; ++local)
+                        EXPECT_EQ(cell->getNodeCoord(local), grid->getNodeCoord(cell->getNodeIndex(local)));
+                    const SbVec3f inside = cell->getCenter();
+                    cell = grid->findContainingCell(inside, 0, pcoord);
+                    ASSERT_TRUE(cell) << index;
+                    EXPECT_EQ(cell->getIndex(), index);
+                    EXPECT_NEAR(cell->getValue(pcoord, sample.values.data()),
+                                2 * inside[0] + 3 * inside[1] + 1, 1e-5);
+                    EXPECT_EQ(grid->findContainingCell(inside, 0, pcoord, grid->getCell(0)), cell);
+                }
+                for (const SbVec3f &outside :
+                     {SbVec3f(0.9f, -0.6f, 0), SbVec3f(1.1f, 1, 0), SbVec3f(NOT_A_NUMBER, -0.6f, 0),
+                      SbVec3f(1.1f, INFINITE, 0), SbVec3f(1e30f, -0.6f, 0)})
+                    EXPECT_EQ(grid->findContainingCell(outside, 0, pcoord), nullptr) << outside[0];
             }
-            SbVec3f pcoord;
-            for (const SbVec3f &outside :
-                 {SbVec3f(0.9f, -0.6f, 0), SbVec3f(1.1f, 1, 0), SbVec3f(NOT_A_NUMBER, -0.6f, 0),
-                  SbVec3f(1.1f, INFINITE, 0), SbVec3f(1e30f, -0.6f, 0)})
-                EXPECT_EQ(grid->findContainingCell(outside, 0, pcoord), nullptr)
-                    << outside[0] << ' ' << outside[1];
-        }
 }
 
 TEST(PbGrid2D, AdjacencyInItsOrder) {

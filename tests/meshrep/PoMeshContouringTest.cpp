@@ -211,36 +211,31 @@ TEST(PoMeshContouring, PartsStandInTheirOrderAndGroupsHoldColorsWhenColored) {
                                       {"annotBackgroundApp.lightModel", SoLightModel::BASE_COLOR},
                                       {"appearance.lightModel", SoLightModel::PHONG}})
         EXPECT_EQ(scene.part<SoLightModel>(name)->model.getValue(), model) << name;
-    using Names = std::vector<std::string>;
-    for (const bool isColored : {true, false}) {
-        scene.kit->coloringType = isColored ? PoMesh::COLOR_CONTOURING : PoMesh::COLOR_INHERITED;
-        scene.traverse();
+    for (const auto &[coloring, expected] :
+         {std::pair(PoMesh::COLOR_CONTOURING, "Material MaterialBinding Coordinate3 LineSet "),
+          {PoMesh::COLOR_INHERITED, "Coordinate3 LineSet "}})
         for (const char *name : {"majorContourLine", "minorContourLine"}) {
-            Names types;
+            scene.kit->coloringType = coloring;
+            scene.traverse();
+            std::string types;
             for (int k = 0; k < scene.part(name)->getNumChildren(); ++k)
-                types.emplace_back(scene.part(name)->getChild(k)->getTypeId().getName().getString());
-            EXPECT_EQ(types, isColored ? Names({"Material", "MaterialBinding", "Coordinate3", "LineSet"})
-                                       : Names({"Coordinate3", "LineSet"}));
-            if (const auto *binding = scene.in<SoMaterialBinding>(name)) {
-                EXPECT_EQ(binding->value.getValue(), SoMaterialBinding::PER_FACE);
-            }
+                (types += scene.part(name)->getChild(k)->getTypeId().getName().getString()) += " ";
+            EXPECT_EQ(types, expected);
+            const auto *binding = scene.in<SoMaterialBinding>(name);
+            EXPECT_TRUE(!binding || binding->value.getValue() == SoMaterialBinding::PER_FACE);
         }
-    }
     scene.kit->annotIsVisible = TRUE;
     scene.kit->annotIsBackground = TRUE;
     PbDomain domain(0, 0, 1, 2, PbDomain::BBOX_AS_GIVEN);
     scene.kit->setDomain(&domain);
-    const std::function<void(PbMesh2D *)> spoilers[] = {
-        [&](PbMesh2D *mesh) { scene.kit->valuesIndex = mesh ? 0 : 5; },
-        [&](PbMesh2D *mesh) { scene.kit->setIsovaluesList(mesh ? &scene.levels : nullptr); },
-        [&](PbMesh2D *mesh) { scene.kit->setMesh(mesh); }};
-    for (const auto &spoil : spoilers)
-        for (PbMesh2D *mesh : {static_cast<PbMesh2D *>(&hills.grid), static_cast<PbMesh2D *>(nullptr)}) {
-            spoil(mesh);
+    for (const bool isWhole : {true, false, true})
+        for (const int missing : {0, 1, 2}) {
+            scene.kit->valuesIndex = missing == 0 && !isWhole ? 5 : 0;
+            scene.kit->setIsovaluesList(missing == 1 && !isWhole ? nullptr : &scene.levels);
+            scene.kit->setMesh(missing == 2 && !isWhole ? nullptr : &hills.grid);
             scene.traverse();
             for (const char *name : GENERATED)
-                EXPECT_EQ(scene.part<SoNode>(name) != nullptr, mesh != nullptr) << name;
-            spoil(&hills.grid);
+                EXPECT_EQ(scene.part<SoNode>(name) != nullptr, isWhole) << name << missing;
         }
 }
 
