@@ -149,22 +149,9 @@ TEST(PiContouringFilled, ColoursFollowTheListAsItWasGiven) {
     expectOne(hills, 0); // below all levels
     filling.setIsovaluesList(nullptr);
     expectOne(hills, 0);
-}
-
-TEST(PiContouringFilled, LeavesOutWhatHasNoColour) {
-    const PbRegularCartesianGrid2D mesh(N, N, 0, 0, 1, 1, 1);
-    Filling filling(mesh);
-    filling.mapping.setMinThreshold(0.0f); // no colour: levels -0.7 and -0.3, and what is below them
-    filling.mapping.enableThresholds(1, 0);
-    filling.fill(hills);
-    const int left = filling.numPolygons(), all = filling.material->diffuseColor.getNum();
-    EXPECT_LT(left, all);
-    for (int k = 0; k < left; ++k)
-        EXPECT_GE(filling.color(k)[0], 0.5f);
     filling.setDataMapping(nullptr);
     filling.fill(hills);
     EXPECT_EQ(filling.group->getNumChildren(), 2) << "no binding without colours";
-    EXPECT_EQ(filling.numPolygons(), all);
 }
 
 TEST(PiContouringFilled, NoWallStandsWhereAThresholdDeletes) {
