@@ -179,7 +179,7 @@ TEST(IndexedContour, MakesWhatTheDefinitionMakes) {
 }
 
 TEST(IndexedContour, LeavesOutCellsItCannotRead) {
-    const std::vector<Ppoint3> nodes{{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
+    const std::vector<Ppoint3> nodes(4);
     const float values[] = {0, 1, 0, 1}, level = 0.5f;
     const std::vector<MeshCell> cells{
         {{0, 1, 7, 0}, 3}, {{0, -1, 2, 0}, 3}, {{0, 1, 2, 3}, 0}, {{0, 1, 0, 1}, 4}};

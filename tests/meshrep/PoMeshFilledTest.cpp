@@ -310,7 +310,7 @@ TEST(PoMeshFilled, ValuesWithoutColorAreLeftOutOpaquely) {
     };
     expectArea(PoMesh::COLOR_MAPPING, 0.99f, 23);
     expectArea(PoMesh::COLOR_CONTOURING, 0.7f, 24 - 1.75 * 1.75); // the corner from level 0.75 on
-    expectArea(PoMesh::COLOR_AVERAGE, 0.9f, 24);        // above the mean of the last cell
+    expectArea(PoMesh::COLOR_AVERAGE, 0.9f, 24);                  // above the mean of the last cell
     expectArea(PoMesh::COLOR_AVERAGE, 0.8f, 22);
     EXPECT_EQ(scene.material()->transparency.getNum(), 0);
     mapping.setTransparencyValueDeletedParts(2); // no transparency deletes anything, but this is not one
