@@ -1,5 +1,6 @@
 #include <oravane/PbIsovaluesList.h>
 #include <oravane/PbLinearDataMapping.h>
+#include <oravane/PbParalCartesianGrid2D.h>
 #include <oravane/PbPolarGrid2D.h>
 #include <oravane/PbRegularCartesianGrid2D.h>
 #include <oravane/PiContouringFilled.h>
@@ -55,6 +56,15 @@ public:
         group->removeAllChildren();
         fillSurf(values.data(), z, group.get(), material.get(), binding.get());
     }
+    void fillMerged(const std::vector<float> &values) {
+        group->removeAllChildren();
+        preventFromThresholdWall(values.data());
+        setOutput(group.get(), material.get(), binding.get());
+        ASSERT_TRUE(computeContouringPoints(values.data(), nullptr));
+        isoFilledElemParalCartGrid2D(values.data());
+        makeNode();
+    }
+
     SoNode *fromLast(int k) const { return group->getChild(group->getNumChildren() - k); }
     const SoMFVec3f &field() const { return static_cast<SoCoordinate3 *>(fromLast(2))->point; }
     std::vector<Ppoint3> points() const {
@@ -87,6 +97,16 @@ void spellOut(PiContouring &contouring) {
             contouring.addElems(4, quad);
     }
     contouring.setPoints(N * N, nodeX.data(), nodeY.data(), nullptr);
+}
+
+TEST(PiContouringFilled, CellsOfParallelGridsMayBeMerged) {
+    const PbParalCartesianGrid2D parallel(N, N, axisX.data(), axisY.data(), 1);
+    Filling whole(parallel), merged(parallel);
+    whole.fill(hills);
+    merged.fillMerged(hills);
+    EXPECT_NEAR(merged.area(), whole.area(), 1e-4);
+    EXPECT_NEAR(merged.area(), (axisX.back() - axisX[0]) * (axisY.back() - axisY[0]), 1e-4);
+    EXPECT_LT(merged.numPolygons(), whole.numPolygons());
 }
 
 TEST(PiContouringFilled, WritesNodesInOrderAndOneColourForEachPiece) {

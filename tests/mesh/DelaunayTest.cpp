@@ -14,7 +14,6 @@
 #include <random>
 #include <set>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -255,15 +254,15 @@ TEST(Delaunay, PointsOnOneLineHaveNoTriangles) {
 }
 
 TEST(PiVoronoi2D, GivesTrianglesToTheCaller) {
-    const float x[] = {0, 1, 0, 1, 0}, y[] = {0, 0, 0, 1, 1}, *const none = nullptr;
-    for (const auto &[n, xs, ys, expected] : {std::tuple(5, x + 0, y + 0, 2),
-                                              {4, x, y, 1},
-                                              {3, x, y, 0},
-                                              {2, x, y, 0},
-                                              {-1, x, y, 0},
-                                              {5, none, y, 0},
-                                              {5, x, none, 0}}) {
-        PiVoronoi2D triangulation;
+    const float x[] = {0, 1, 0, 1, 0}, y[] = {0, 0, 0, 1, 1};
+    const struct {
+        int n;
+        const float *x, *y;
+        int numTriangles;
+    } rows[] = {{5, x, y, 2},  {4, x, y, 1},       {3, x, y, 0},      {2, x, y, 0},
+                {-1, x, y, 0}, {5, nullptr, y, 0}, {5, x, nullptr, 0}};
+    PiVoronoi2D triangulation;
+    for (const auto &[n, xs, ys, expected] : rows) {
         triangulation.setPointsFields(n, xs, ys);
         int count = -1, stale = 0, *indices = &stale;
         triangulation.getGeometry(count, indices);

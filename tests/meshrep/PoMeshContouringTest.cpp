@@ -305,14 +305,16 @@ TEST(PoMeshContouring, LabelsAndTheirBackgroundsObeyTheFields) {
         scene.kit->annotClippingPolygon.setValues(0, row < 3 ? 4 : 0, polygon);
         scene.traverse();
         const std::vector<Label> labels = scene.labels();
-        const SbVec3f *corner = scene.in<SoCoordinate3>("annotBackground")->point.getValues(0);
-        const SoMFVec3f &border = scene.in<SoCoordinate3>("annotBackgroundBorder")->point;
+        const SoMFVec3f &box = scene.in<SoCoordinate3>("annotBackground")->point,
+                        &border = scene.in<SoCoordinate3>("annotBackgroundBorder")->point;
         const int count = static_cast<int>(labels.size());
         EXPECT_GT(count, 2);
+        ASSERT_EQ(box.getNum(), 4 * count);
         ASSERT_EQ(border.getNum(), 8 * count);
         int numCrossings[2] = {};
-        for (int k = 0; k < count; ++k, corner += 4) {
+        for (int k = 0; k < count; ++k) {
             const Label &label = labels[k];
+            const SbVec3f *corner = box.getValues(4 * k);
             EXPECT_TRUE((corner[3] - corner[0]).equals(label.width * label.u, 1e-5f));
             EXPECT_TRUE((corner[1] - corner[0]).equals(label.height * label.v, 1e-5f));
             EXPECT_TRUE((corner[2] + corner[0]).equals(2 * label.middle, 1e-5f));

@@ -96,7 +96,9 @@ TEST(PoMeshFilled, GroupHoldsHintsBindingCoordinatesAndShapeInOrder) {
         EXPECT_EQ(scene.shape<SoQuadMesh>() != nullptr, row.numColors >= 0);
         EXPECT_EQ(scene.shape<SoIndexedFaceSet>() != nullptr, row.numColors < 0);
         EXPECT_EQ(scene.material() == nullptr, row.coloring == PoMesh::COLOR_INHERITED);
-        if (auto *binding = dynamic_cast<SoMaterialBinding *>(scene.group()->getChild(1))) {
+        auto *binding = dynamic_cast<SoMaterialBinding *>(scene.group()->getChild(1));
+        EXPECT_EQ(binding == nullptr, scene.material() == nullptr);
+        if (binding) {
             EXPECT_EQ(binding->value.getValue(), row.binding);
             EXPECT_TRUE(row.numColors < 0 || scene.material()->diffuseColor.getNum() == row.numColors);
         }
@@ -329,6 +331,7 @@ TEST(PoMeshFilled, TransparenciesOfTheMaterialAreThoseOfARenderer) {
     scene.kit->setDataMapping(&mapping);
     scene.kit->coloringType = PoMesh::COLOR_MAPPING;
     scene.traverse();
+    ASSERT_EQ(scene.material()->transparency.getNum(), NX * NY);
     for (int node = 0; node < NX * NY; ++node) {
         const float value = ramp()[node];
         EXPECT_EQ(scene.material()->transparency[node], value < 0.4f ? 0 : value < 0.6f ? 0.5f : 1) << value;
