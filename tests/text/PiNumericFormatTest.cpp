@@ -29,9 +29,11 @@ TEST(PiNumericFormat, ChoosesPowerAndDecimalsByTheDomain) {
         const char *text;
     } rows[] = {
         {"all zero", 0, 0, 0, 0, 0, 0, "0"},
+        {"zero bounds", 0, 0, 0.5f, 0, 0, 2.5f, "3"},
         {"thousand", 0, 1000, 100, 0, 3, 300, "0.3"},
         {"below a million", 0, 999999.9f, 100000, 0, 3, 300000, "300"},
         {"the minimum gives the scale", -2e6f, 5, 500000, 0, 6, -1.5e6f, "-1.5"},
+        {"a tenth", 0, 0.1f, 0.02f, 0, 0, 0.06f, "0.06"},
         {"below a tenth", 0, 0.05f, 0.01f, 0, -3, 0.03f, "30"},
         {"exactly a millionth", 0, 1e-6f, 2e-7f, 0, -6, 6e-7f, "0.6"},
         {"two digits of the step", 0, 1, 0.25f, 1, 0, 0.5f, "0.50"},
@@ -69,6 +71,7 @@ TEST(PiNumericFormat, WritesWhatIsAskedFor) {
         {FLOAT, 0, -7, 2.75f, "3"},
         {FLOAT, 0, 3, -infinity, "-inf"},
         {FLOAT, -1000, 1, 1, "inf"},
+        {FLOAT, -1000, 1, 0, "0.0"},
         {FLOAT, 1000, 1, 5, "0.0"},
         {FLOAT, 0, 500, 0.5f, "0.5" + std::string(148, '0')},
         {INTEGER, 0, 5, -2.5f, "-3"},

@@ -32,6 +32,7 @@ TEST(SoAnnoText3, LinesAndTheirBox) {
         {"string [ \"A\", \"\", \"AAA\" ] spacing 1.5 justification RIGHT", -WIDTH, 0, -3, HEIGHT},
         {"string [ \"AAA\", \"AAA\" ] spacing -1 justification CENTER", -WIDTH / 2, WIDTH / 2, 0, 1 + HEIGHT},
         {"string [ \"\", \"AAA\", \"\" ] spacing 2", 0, WIDTH, -2, HEIGHT - 2},
+        {"string [ \"a\", \"AAA\" ] spacing 0.1", 0, WIDTH, -0.1f, HEIGHT - 0.1f},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.fields);
