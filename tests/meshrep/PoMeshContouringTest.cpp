@@ -291,8 +291,8 @@ TEST(PoMeshContouring, LabelsAndTheirBackgroundsObeyTheFields) {
     const SbVec3f along[] = {{0, 0, 0}, {1, 0, 0}, {0, -1, 0}};
     PbNumericDisplayFormat longNumbers(PbNumericDisplayFormat::FLOAT_FORMAT, 0, 4);
     int numOthers[3] = {}; // lines crossed beside the own one
-    for (int row = 0; row < 6; ++row) {
-        const int path = row % 3, status = (row + 1 + row / 3) % 3;
+    for (int row = 0; row < 9; ++row) {
+        const int path = row % 3, status = row / 3;
         SCOPED_TRACE("path " + std::to_string(path) + ", crossing " + std::to_string(status));
         const Scene scene(&hills.grid, true);
         scene.kit->majorPeriod = 2;
@@ -302,7 +302,7 @@ TEST(PoMeshContouring, LabelsAndTheirBackgroundsObeyTheFields) {
         scene.kit->annotCrossStatus = status;
         scene.kit->annotGap = 0.25f;
         scene.kit->setFormat(&longNumbers);
-        scene.kit->annotClippingPolygon.setValues(0, row < 3 ? 4 : 0, polygon);
+        scene.kit->annotClippingPolygon.setValues(0, row % 2 != 0 ? 4 : 0, polygon);
         scene.traverse();
         const std::vector<Label> labels = scene.labels();
         const SoMFVec3f &box = scene.in<SoCoordinate3>("annotBackground")->point,
@@ -322,7 +322,7 @@ TEST(PoMeshContouring, LabelsAndTheirBackgroundsObeyTheFields) {
             EXPECT_TRUE(path == 0 ? label.u[0] >= 0 : label.u.equals(along[path], 1e-5f));
             const auto outer = label.outer(-1e-5f);
             for (const Ppoint3 &p : outer)
-                EXPECT_LE(std::max(std::abs(p.x - 0.5f), std::abs(p.y - 0.5f)), row < 3 ? 0.4f : 0.5f);
+                EXPECT_LE(std::max(std::abs(p.x - 0.5f), std::abs(p.y - 0.5f)), row % 2 != 0 ? 0.4f : 0.5f);
             for (const bool isMinor : {false, true})
                 for (const Line &line : scene.lines(isMinor ? "minorContourLine" : "majorContourLine"))
                     numCrossings[isMinor] += pintersParaPolyline2D(outer.data(), line.points.data(),
@@ -332,7 +332,7 @@ TEST(PoMeshContouring, LabelsAndTheirBackgroundsObeyTheFields) {
         EXPECT_TRUE(status == 0 || numCrossings[0] == count) << "its own";
         EXPECT_TRUE(status < 2 || numCrossings[1] == 0);
     }
-    EXPECT_GT(std::min(numOthers[0], numOthers[1]), 0);
+    EXPECT_GT(std::min(numOthers[0], numOthers[1]), 2);
 }
 
 TEST(PoMeshContouring, LinesMakeWayForLabelsAndInSpaceForThoseOfTheirValueOnly) {
