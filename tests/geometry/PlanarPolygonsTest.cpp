@@ -72,13 +72,6 @@ std::vector<Line> outside(Line line, Line polygon) {
     return pieces;
 }
 
-double lengthOf(const Line &line) {
-    double sum = 0;
-    for (std::size_t k = 1; k < line.size(); ++k)
-        sum += std::hypot(line[k].x - line[k - 1].x, line[k].y - line[k - 1].y);
-    return sum;
-}
-
 TEST(PlanarPolygons, ScanLineCountsAVertexAtTheHeightAsBelow) {
     // A diamond: every height of a vertex is met.
     Line diamond{{0, -2, 0}, {2, 0, 0}, {0, 2, 0}, {-2, 0, 0}, {0, -2, 0}};
@@ -153,11 +146,9 @@ TEST(PlanarPolygons, CrossingsRunAlongTheFirstLineInGrowingArrays) {
     EXPECT_EQ(std::vector<int>(indexP, indexP + 3), (std::vector<int>{0, 0, 2}));
     EXPECT_EQ(std::vector<int>(indexQ, indexQ + 3), (std::vector<int>{0, 2, 2}));
 
-    const Ppoint3 *const kept = out.points;
     EXPECT_EQ(pintersPolygons2D({1, p.data()}, listOf(q), &capacity, &out, &indexP, &indexQ), 0);
     EXPECT_EQ(out.numPoints, 0);
     EXPECT_EQ(capacity, 4);
-    EXPECT_EQ(out.points, kept);
     EXPECT_EQ(pintersPolygons2D(listOf(p), listOf(q), nullptr, nullptr, nullptr, nullptr), 3);
     delete[] out.points;
     delete[] indexP;
@@ -229,37 +220,6 @@ TEST(PlanarPolygons, WhatIsOutsideOfASquare) {
     EXPECT_EQ(textOf(outside({{2, 2, 0}, {6, 2, 8}}, open)[0]), "20,20,0 40,20,40")
         << "nothing is inside of an open polygon";
     EXPECT_EQ(outside({{2, 2, 0}, {6, 2, 8}}, {}).size(), 1u);
-}
-
-/// The pieces are as long as the samples along the line that the box does not hold.
-TEST(PlanarPolygons, PiecesAreAsLongAsSamplingSays) {
-    std::mt19937 random(11);
-    std::uniform_real_distribution<float> place(-10, 10), size(0.5f, 8), angle(0, 6.28f);
-    for (int round = 0; round < 60; ++round) {
-        Line line, box;
-        for (int k = 0; k < 30; ++k)
-            line.push_back({place(random), place(random), place(random)});
-        const float w = size(random), h = size(random), turn = angle(random);
-        const float x = place(random), y = place(random), c = std::cos(turn), s = std::sin(turn);
-        for (const auto &[u, v] : {std::array{-w, -h}, {w, -h}, {w, h}, {-w, h}, {-w, -h}})
-            box.push_back({x + c * u - s * v, y + s * u + c * v, 0});
-
-        constexpr int samples = 400;
-        double expected = 0, length = 0;
-        for (std::size_t k = 0; k + 1 < line.size(); ++k)
-            for (int i = 0; i < samples; ++i) {
-                const float t = (static_cast<float>(i) + 0.5f) / samples;
-                const float px = line[k].x + t * (line[k + 1].x - line[k].x) - x;
-                const float py = line[k].y + t * (line[k + 1].y - line[k].y) - y;
-                if (std::abs(c * px + s * py) > w || std::abs(c * py - s * px) > h)
-                    expected += lengthOf({line[k], line[k + 1]}) / samples;
-            }
-        const std::vector<Line> pieces = outside(line, box);
-        for (const Line &piece : pieces)
-            length += lengthOf(piece);
-        EXPECT_NEAR(length, expected, 0.5) << round;
-        EXPECT_EQ(pintersParaPolyline2D(box.data(), line.data(), 30), pieces.size() > 1) << round;
-    }
 }
 
 TEST(PlanarPolygons, APolylineCrossesTheSidesOfAParallelogram) {
@@ -338,9 +298,9 @@ TEST(PlanarPolygons, WhereALineLeavesACircle) {
 
 TEST(PlanarPolygons, RotationKeepsTheCentreAndZ) {
     SbVec3f points[] = {{1, 2, 5}, {3, 2, 6}};
-    protatePointsAroundPoint2D(points[0], 0, 1, 2, points);
+    protatePointsAroundPoint2D(points[0], 0.6f, 0.8f, 2, points);
     EXPECT_EQ(points[0], SbVec3f(1, 2, 5));
-    EXPECT_EQ(points[1], SbVec3f(1, 4, 6));
+    EXPECT_TRUE(points[1].equals(SbVec3f(2.2f, 3.6f, 6), 1e-6f));
     SbVec2f flat(3, 2);
     protatePointsAroundPoint2D(SbVec2f(1, 2), 0.6f, 0.8f, 1, &flat);
     EXPECT_TRUE(flat.equals(SbVec2f(2.2f, 3.6f), 1e-6f));

@@ -28,15 +28,12 @@ struct Whole {
     std::array<std::uint32_t, 40> limbs{};
     Whole() = default;
     explicit Whole(float value) {
-        int exponent = 0;
-        auto mantissa = static_cast<std::int64_t>(std::ldexp(std::frexp(value, &exponent), 24));
-        // Denormal floats have fewer bits, and lower ones that are 0.
-        for (exponent += 149 - 24; exponent < 0; ++exponent)
-            mantissa /= 2;
-        const std::uint64_t bits = static_cast<std::uint64_t>(std::abs(mantissa)) << exponent % 32;
-        limbs[exponent / 32] = static_cast<std::uint32_t>(bits);
-        limbs[exponent / 32 + 1] = static_cast<std::uint32_t>(bits >> 32);
-        if (mantissa < 0)
+        const auto bits = std::bit_cast<std::uint32_t>(value);
+        const std::uint32_t exponent = bits >> 23 & 255, shift = std::max(exponent, 1u) - 1;
+        const std::uint64_t mantissa = (bits & 0x7fffff) | (exponent > 0 ? 1 << 23 : 0);
+        limbs[shift / 32] = static_cast<std::uint32_t>(mantissa << shift % 32);
+        limbs[shift / 32 + 1] = static_cast<std::uint32_t>(mantissa << shift % 32 >> 32);
+        if (bits >> 31)
             *this = Whole() - *this;
     }
     Whole operator-(const Whole &other) const {
@@ -114,7 +111,8 @@ std::vector<std::array<std::int32_t, 3>> triangulate(const Points &points) {
 }
 
 /// Triangles that are counter-clockwise, share sides in opposite directions and end at the sides of the hull
-/// cover it once; that no neighbour's corner is in a circle then makes all circles empty.
+/// cover it once; by their number they use all points. That no neighbour's corner is in a circle then makes
+/// all circles empty.
 void expectDelaunay(const Points &points) {
     std::map<Point, std::int32_t> first;
     for (std::size_t i = 0; i < points.size(); ++i)
@@ -125,21 +123,14 @@ void expectDelaunay(const Points &points) {
         sorted.push_back(entry.first);
     const auto triangles = triangulate(points);
     std::map<std::pair<Point, Point>, Point> apexes; // by directed side
-    std::set<Point> used;
-    Whole covered;
     for (const auto &triangle : triangles)
         for (int k = 0; k < 3; ++k) {
             const Point a = points[triangle[k]], b = points[triangle[(k + 1) % 3]],
                         c = points[triangle[(k + 2) % 3]];
             EXPECT_EQ(first[a], triangle[k]) << "a later copy";
             EXPECT_TRUE(apexes.emplace(std::pair(a, b), c).second) << "two triangles overlap";
-            used.insert(a);
-            if (k == 0) {
-                EXPECT_GT(area(a, b, c).sign(), 0);
-                covered = covered + area(a, b, c);
-            }
+            EXPECT_TRUE(k > 0 || area(a, b, c).sign() > 0);
         }
-    EXPECT_EQ(used.size(), sorted.size());
     const Points hull = hullOf(sorted);
     EXPECT_EQ(triangles.size(), 2 * sorted.size() - 2 - hull.size());
     std::set<std::pair<Point, Point>> hullSides;
@@ -152,9 +143,6 @@ void expectDelaunay(const Points &points) {
             EXPECT_LE(circleSide({side.first, side.second, apex}, other->second), 0);
         }
     }
-    for (std::size_t i = 2; i < hull.size(); ++i)
-        covered = covered - area(hull[0], hull[i - 1], hull[i]);
-    EXPECT_EQ(covered.sign(), 0);
 }
 
 constexpr float nan = std::numeric_limits<float>::quiet_NaN(),
@@ -257,35 +245,33 @@ TEST(Delaunay, IsExactForEveryInput) {
 }
 
 TEST(Delaunay, PointsOnOneLineHaveNoTriangles) {
-    EXPECT_TRUE(triangulate({}).empty());
-    EXPECT_TRUE(triangulate({{nan, 0}, {0, 0}, {1, 1}}).empty());
-    EXPECT_TRUE(triangulate(listOf(50, [](int) { return std::pair(0.1, 0.7); })).empty());
-    EXPECT_TRUE(triangulate(listOf(50, [](int i) { return std::pair(0.1, i * 0.7); })).empty());
-    EXPECT_TRUE(
-        triangulate(listOf(50, [](int i) { return std::pair(i * i % 11, 3 * (i * i % 11)); })).empty());
-    EXPECT_TRUE(triangulate({{-largest, -largest}, {largest, largest}, {denormal, denormal}}).empty());
+    for (const Points &points : {Points(), Points{{nan, 0}, {0, 0}, {1, 1}},
+                                 Points{{-largest, -largest}, {largest, largest}, {denormal, denormal}},
+                                 listOf(50, [](int) { return std::pair(0.1, 0.7); }),
+                                 listOf(50, [](int i) { return std::pair(0.1, i * 0.7); }),
+                                 listOf(50, [](int i) { return std::pair(i * i % 11, 3 * (i * i % 11)); })})
+        EXPECT_TRUE(triangulate(points).empty()) << points.size();
 }
 
 TEST(PiVoronoi2D, GivesTrianglesToTheCaller) {
     const float x[] = {0, 1, 0, 1, 0}, y[] = {0, 0, 0, 1, 1};
+    const struct {
+        int n;
+        const float *x, *y;
+        int numTriangles;
+    } rows[] = {{5, x, y, 2},  {4, x, y, 1},       {3, x, y, 0},      {2, x, y, 0},
+                {-1, x, y, 0}, {5, nullptr, y, 0}, {5, x, nullptr, 0}};
     PiVoronoi2D triangulation;
-    const auto numTriangles = [&](int n, const float *xs, const float *ys) {
+    for (const auto &[n, xs, ys, expected] : rows) {
         triangulation.setPointsFields(n, xs, ys);
         int count = -1, stale = 0, *indices = &stale;
         triangulation.getGeometry(count, indices);
+        EXPECT_EQ(count, expected) << n;
         EXPECT_EQ(indices == nullptr, count == 0);
         for (int i = 0; i < 3 * count; ++i)
             EXPECT_TRUE(indices[i] >= 0 && indices[i] < n && indices[i] != 2) << "the copy of node 0";
         std::free(indices);
-        return count;
-    };
-    EXPECT_EQ(numTriangles(5, x, y), 2);
-    EXPECT_EQ(numTriangles(4, x, y), 1);
-    EXPECT_EQ(numTriangles(3, x, y), 0) << "two distinct points";
-    EXPECT_EQ(numTriangles(2, x, y), 0);
-    EXPECT_EQ(numTriangles(-1, x, y), 0);
-    EXPECT_EQ(numTriangles(5, nullptr, y), 0);
-    EXPECT_EQ(numTriangles(5, x, nullptr), 0);
+    }
 }
 
 } // namespace

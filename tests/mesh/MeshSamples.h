@@ -1,9 +1,12 @@
 #ifndef ORAVANE_TESTS_MESH_MESHSAMPLES_H
 #define ORAVANE_TESTS_MESH_MESHSAMPLES_H
 
+#include "TestScene.h"
+
 #include <oravane/PbCartesianGrid2D.h>
 #include <oravane/PbParalCartesianGrid2D.h>
 #include <oravane/PbRegularCartesianGrid2D.h>
+#include <oravane/PoBase.h>
 
 #include <functional>
 #include <limits>
@@ -66,6 +69,52 @@ inline std::vector<NamedGrid> allKinds(const GridSample &s, bool withZ, int isDa
                                     s.numX, s.numY, low[0], low[1], high[0], high[1], z, isDataDuplicate)});
     return grids;
 }
+
+/// Reads all that a representation would read, at the length that the mesh states.
+inline void readWhole(const PbMesh &mesh) {
+    if (mesh.isEmpty())
+        return;
+    float low = 0;
+    for (const int set : {0, 1, 3, 5}) {
+        mesh.getMinValuesSet(set, low);
+        mesh.getMaxVecsSet(set, low);
+    }
+    for (int n = 0; n < mesh.getNumNodes(); ++n)
+        mesh.getNodeCoord(n);
+    mesh.getArea();
+}
+
+/// Listens to a mesh for its own lifetime. At each notification it reads the mesh as a kit would that
+/// rebuilds at once.
+class MeshListener {
+public:
+    explicit MeshListener(PbMesh &mesh) : m_kit(new Kit) {
+        m_kit->mesh = &mesh;
+        mesh.addConnection(m_kit.get());
+    }
+    ~MeshListener() {
+        if (m_kit->mesh)
+            m_kit->mesh->removeConnection(m_kit.get());
+    }
+    MeshListener(const MeshListener &) = delete;
+
+    /// What was heard since the last call.
+    std::vector<int> heard() { return std::exchange(m_kit->changes, {}); }
+
+private:
+    struct Kit : PoBase {
+        void basicObjectChange(PbBase *object) override {
+            changes.push_back(object->getChangeType());
+            if (object->getChangeType() == PbBase::CHANGE_DELETED)
+                mesh = nullptr;
+            else
+                readWhole(*mesh);
+        }
+        std::vector<int> changes;
+        PbMesh *mesh = nullptr;
+    };
+    const Ref<Kit> m_kit;
+};
 
 } // namespace test
 

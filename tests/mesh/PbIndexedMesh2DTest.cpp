@@ -1,9 +1,7 @@
 #include "MeshSamples.h"
-#include "TestScene.h"
 
 #include <oravane/PbQuadrangleMesh2D.h>
 #include <oravane/PbTriangleMesh2D.h>
-#include <oravane/PoBase.h>
 
 #include <gtest/gtest.h>
 
@@ -81,9 +79,8 @@ TEST(PbIndexedMesh2D, RefusesWhatCannotBeAndKeepsWhatWas) {
     s.mesh.setGeometry(5, s.x, none, 3, s.nodes, s.sizes);
     s.mesh.setGeometry(5, s.x, s.y, -3, s.nodes, s.sizes);
     s.mesh.setGeometry(5, s.x, s.y, 3, nullptr, s.sizes);
-    s.mesh.setGeometry(5, s.x, s.y, 3, s.nodes, nullptr);
-    s.mesh.setGeometry(5, s.x, s.y, 3, s.nodes, negative);
-    s.mesh.setGeometry(5, s.x, s.y, 3, s.nodes, huge);
+    for (const int *sizes : {static_cast<const int *>(nullptr), negative, huge})
+        s.mesh.setGeometry(5, s.x, s.y, 3, s.nodes, sizes);
     s.mesh.setVertices(5, none, s.y);
     PbTriangleMesh2D triangles(7, s.x, s.y, 2, s.nodes + 4, 1);
     triangles.PbIndexedMesh2D::setGeometry(7, s.x, s.y, 3, s.nodes, s.sizes); // not of triangles alone
@@ -128,19 +125,17 @@ TEST(PbIndexedMesh2D, CopiesAreWholeInBothModesAndAcrossKinds) {
     PbTriangleMesh2D back(0);
     static_cast<PbIndexedMesh2D &>(back) = general;
     source.reset();
-    for (const PbIndexedMesh2D *mesh : {static_cast<const PbIndexedMesh2D *>(&same), &general,
-                                        static_cast<const PbIndexedMesh2D *>(&back)}) {
-        int numNodes = 0, numCells = 0;
-        const float *x = nullptr, *y = nullptr;
+    int numNodes = 0, numCells = 0;
+    const float *x = nullptr, *y = nullptr;
+    for (const PbIndexedMesh2D *mesh :
+         std::initializer_list<const PbIndexedMesh2D *>{&same, &general, &assigned, &back}) {
         const int *nodes = nullptr, *sizes = nullptr;
         mesh->getGeometry(numNodes, x, y, numCells, nodes, sizes);
         EXPECT_EQ(Ints(nodes, nodes + 6), Ints(s.nodes + 4, s.nodes + 10));
         EXPECT_EQ(Ints(sizes, sizes + 2), (Ints{3, 3}));
         EXPECT_EQ(x[6], 9);
+        EXPECT_EQ(mesh->getValuesSet(3)[6], 9);
     }
-    EXPECT_EQ(same.getValuesSet(3)[6], 9);
-    int numNodes = 0, numCells = 0;
-    const float *x = nullptr, *y = nullptr;
     const int *const *cells = nullptr;
     same.getGeometry(numNodes, x, y, numCells, cells);
     EXPECT_EQ(cells[1][1], 5);
@@ -191,34 +186,23 @@ TEST(PbIndexedMesh2D, ArraysOfTheMeshItselfMayComeBackInOtherPlaces) {
     }
 }
 
-/// Listens to a mesh, and reads its values at each change as a kit would.
-struct Listener : PoBase {
-    void basicObjectChange(PbBase *object) override {
-        changes.push_back(object->getChangeType());
-        float low = 0;
-        static_cast<PbMesh *>(object)->getMinValuesSet(0, low);
-    }
-    Ints changes;
-};
-
 TEST(PbIndexedMesh2D, OwnSetsOfAnotherLengthGoAndAreReportedOnce) {
     const std::vector<float> many(100);
-    const test::Ref<Listener> listener(new Listener);
     for (const int isDataDuplicate : {0, 1}) {
         Sample s;
         s.mesh.addValuesSet(0, s.z);
         PbIndexedMesh2D mesh(isDataDuplicate);
         mesh = s.mesh;
-        mesh.addConnection(listener.get());
-        for (const int type : {PbBase::CHANGE_VALUES_SET, PbBase::CHANGE_MESH_GEOMETRY}) {
-            listener->changes.clear();
-            const int numNodes = type == PbBase::CHANGE_VALUES_SET ? 100 : 99;
+        test::MeshListener listener(mesh);
+        for (const int numNodes : {100, 99}) {
             mesh.setGeometry(numNodes, many.data(), many.data(), 3, s.nodes, s.sizes);
-            EXPECT_EQ(listener->changes.front(), type) << "the second time without a set";
-            EXPECT_EQ(listener->changes.back(), PbBase::CHANGE_MESH_GEOMETRY);
+            const Ints heard = listener.heard();
+            EXPECT_EQ(heard.front(),
+                      numNodes == 100 ? PbBase::CHANGE_VALUES_SET : PbBase::CHANGE_MESH_GEOMETRY)
+                << "the second time without a set";
+            EXPECT_EQ(heard.back(), PbBase::CHANGE_MESH_GEOMETRY);
             EXPECT_EQ(mesh.getNumValuesSet(), 0);
         }
-        mesh.removeConnection(listener.get());
     }
 }
 

@@ -1,61 +1,14 @@
 #include "MeshSamples.h"
-#include "TestScene.h"
 
 #include <oravane/PbPolarGrid2D.h>
-#include <oravane/PoBase.h>
 
 #include <gtest/gtest.h>
 
 using test::GridSample;
+using test::MeshListener;
 using test::NOT_A_NUMBER;
 
 namespace {
-
-/// Reads all that a representation would read, at the length that the mesh states.
-void readWhole(const PbMesh &mesh) {
-    if (mesh.isEmpty())
-        return;
-    float low = 0;
-    for (const int set : {0, 1, 3, 5}) {
-        mesh.getMinValuesSet(set, low);
-        mesh.getMaxVecsSet(set, low);
-    }
-    for (int n = 0; n < mesh.getNumNodes(); ++n)
-        mesh.getNodeCoord(n);
-    mesh.getArea();
-}
-
-/// Listens to a mesh for its own lifetime. At each notification it reads the mesh as a kit would that
-/// rebuilds at once.
-class Listener {
-public:
-    explicit Listener(PbMesh &mesh) : m_kit(new Kit) {
-        m_kit->mesh = &mesh;
-        mesh.addConnection(m_kit.get());
-    }
-    ~Listener() {
-        if (m_kit->mesh)
-            m_kit->mesh->removeConnection(m_kit.get());
-    }
-    Listener(const Listener &) = delete;
-
-    /// What was heard since the last call.
-    std::vector<int> heard() { return std::exchange(m_kit->changes, {}); }
-
-private:
-    struct Kit : PoBase {
-        void basicObjectChange(PbBase *object) override {
-            changes.push_back(object->getChangeType());
-            if (object->getChangeType() == PbBase::CHANGE_DELETED)
-                mesh = nullptr;
-            else
-                readWhole(*mesh);
-        }
-        std::vector<int> changes;
-        PbMesh *mesh = nullptr;
-    };
-    const test::Ref<Kit> m_kit;
-};
 
 using Changes = std::vector<int>;
 constexpr int GENERAL = PbBase::CHANGE_GENERAL;
@@ -69,7 +22,7 @@ TEST(PbMesh, ReportsEachChangeOnceAndInOrder) {
     const GridSample small(3, 2), large(5, 4);
     const float *x = small.columns.data(), *y = small.rows.data();
     auto mesh = std::make_unique<Grid>(1);
-    Listener listener(*mesh);
+    MeshListener listener(*mesh);
     const SbVec2f flat[6] = {};
     const SbVec2f *const noVectors = nullptr;
     const struct {
@@ -108,7 +61,7 @@ TEST(PbMesh, RegularGridsChangeTheirGeometrySilently) {
     PbRegularCartesianGrid2D grid(3, 2, 0, 0, 1, 1, 1);
     grid.addValuesSet(0, sample.values.data());
     grid.addVecsSet(0, sample.vectors.data());
-    Listener listener(grid);
+    MeshListener listener(grid);
     grid.setGeometry(40, 30, 0, 0, 1, 1);
     EXPECT_EQ(listener.heard(), Changes());
     EXPECT_EQ(grid.getNumValuesSet(), 0);
@@ -140,24 +93,22 @@ TEST(PbMesh, KeepsSetsByTheirNumber) {
 }
 
 TEST(PbMesh, SmallestAndLargestOfASet) {
-    PbRegularCartesianGrid2D grid(2, 2, 0, 0, 1, 1, 0);
-    const float values[] = {NOT_A_NUMBER, 2, -3, 7};
-    const std::vector<float> none(4, NOT_A_NUMBER);
+    PbRegularCartesianGrid2D grid(2, 2, 0, 0, 1, 1, 0), empty(1);
+    const float values[] = {NOT_A_NUMBER, 2, -3, 7}, none[] = {NAN, NAN, NAN, NAN};
     const SbVec3f vectors[] = {{3, 4, 0}, {1, 0, 0}, {NOT_A_NUMBER, 0, 0}, {0, -2, 0}};
     grid.addValuesSet(0, values);
-    grid.addValuesSet(1, none.data());
+    grid.addValuesSet(1, none);
     grid.addVecsSet(0, vectors);
+    empty.addValuesSet(0, values);
     float low = 99, high = 99;
     EXPECT_EQ(grid.getMinValuesSet(9, low) + grid.getMaxVecsSet(9, high), 0);
     EXPECT_EQ(grid.getMinValuesSet(1, low) + grid.getMaxValuesSet(1, high), 0);
+    EXPECT_EQ(empty.getMinValuesSet(0, low), 0);
     EXPECT_EQ(std::pair(low, high), std::pair(99.0f, 99.0f));
     EXPECT_EQ(grid.getMinValuesSet(0, low) + grid.getMaxValuesSet(0, high), 2);
     EXPECT_EQ(std::pair(low, high), std::pair(-3.0f, 7.0f));
     EXPECT_EQ(grid.getMinVecsSet(0, low) + grid.getMaxVecsSet(0, high), 2);
     EXPECT_EQ(std::pair(low, high), std::pair(1.0f, 5.0f));
-    PbRegularCartesianGrid2D empty(1);
-    empty.addValuesSet(0, values);
-    EXPECT_EQ(empty.getMinValuesSet(0, low), 0);
 }
 
 TEST(PbMesh, SharesOrOwnsWhatItIsGiven) {
@@ -241,17 +192,16 @@ TEST(PbMesh, AParallelGridFitsIntoACartesianOneButNotTheOtherWayRound) {
     PbCartesianGrid2D assigned(0);
     assigned = paral;
     const PbCartesianGrid2D copied(paral);
-    for (int n = 0; n < 12; ++n) {
-        EXPECT_EQ(assigned.getNodeCoord(n), paral.getNodeCoord(n));
-        EXPECT_EQ(copied.getNodeCoord(n), paral.getNodeCoord(n));
-    }
-    EXPECT_FLOAT_EQ(assigned.getArea(), paral.getArea());
     PbParalCartesianGrid2D target(1);
     PbCartesianGrid2D &asParent = target;
     asParent = assigned;
     EXPECT_EQ(target.isEmpty(), 1);
     asParent = paral;
-    EXPECT_EQ(target.getNodeCoord(11), paral.getNodeCoord(11));
+    for (const PbCartesianGrid2D *grid :
+         std::initializer_list<const PbCartesianGrid2D *>{&assigned, &copied, &target})
+        for (int n = 0; n < 12; ++n)
+            EXPECT_EQ(grid->getNodeCoord(n), paral.getNodeCoord(n));
+    EXPECT_FLOAT_EQ(assigned.getArea(), paral.getArea());
 }
 
 } // namespace

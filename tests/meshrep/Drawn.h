@@ -1,6 +1,11 @@
 #ifndef ORAVANE_TESTS_MESHREP_DRAWN_H
 #define ORAVANE_TESTS_MESHREP_DRAWN_H
 
+#include "TestScene.h"
+
+#include <oravane/PbMesh2D.h>
+#include <oravane/PoBase.h>
+
 #include <Inventor/SbColor.h>
 #include <Inventor/SoPrimitiveVertex.h>
 #include <Inventor/actions/SoCallbackAction.h>
@@ -9,9 +14,16 @@
 
 #include <array>
 #include <cmath>
+#include <functional>
+#include <limits>
 #include <set>
 
+#include <gtest/gtest.h>
+
 namespace test {
+
+constexpr float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
+constexpr float INFINITE = std::numeric_limits<float>::infinity();
 
 /// What a scene draws. Areas and lengths times red tell colours apart. A segment counts once, however often
 /// and in whichever direction it is drawn.
@@ -77,6 +89,39 @@ inline Drawn drawnBy(SoNode *root) {
     action.apply(root);
     return drawn;
 }
+
+/// A kit of its own mesh in a scene, and a count of its rebuilds.
+template <class Kit>
+struct KitScene {
+    explicit KitScene(PbMesh2D *mesh) : root(new SoSeparator), kit(new Kit) {
+        root->addChild(kit);
+        kit->setMesh(mesh);
+        kit->valuesIndex = 0;
+        kit->addPostRebuildCallback([](void *count, PoBase *) { ++*static_cast<int *>(count); }, &rebuilds);
+    }
+    KitScene(const KitScene &) = delete;
+
+    void traverse() const { SoCallbackAction().apply(root.get()); }
+    template <class Node = SoGroup>
+    Node *part(const char *name) const {
+        return dynamic_cast<Node *>(kit->getPart(name, FALSE));
+    }
+    /// The rebuilds that a change and the traversals behind it cause; those of the change itself come at once
+    /// or not at all.
+    int rebuildsOf(const std::function<void()> &change, bool isImmediate = false) {
+        traverse();
+        const int before = rebuilds;
+        change();
+        EXPECT_EQ(rebuilds - before, isImmediate ? 1 : 0);
+        traverse();
+        traverse();
+        return rebuilds - before;
+    }
+
+    Ref<SoSeparator> root;
+    Kit *kit;
+    int rebuilds = 0;
+};
 
 } // namespace test
 

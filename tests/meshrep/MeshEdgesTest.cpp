@@ -1,6 +1,5 @@
 // Wire frames, walls and borders: the exact nodes that they generate.
 #include "Drawn.h"
-#include "TestScene.h"
 
 #include <oravane/PbIsovaluesList.h>
 #include <oravane/PbLinearDataMapping.h>
@@ -22,13 +21,12 @@
 
 #include <algorithm>
 #include <functional>
-#include <limits>
 #include <memory>
 
 namespace {
 
 using Ints = std::vector<int>;
-constexpr float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
+using test::NOT_A_NUMBER;
 
 /// Nodes 0 to 15 in a square of 4 by 4; as quadrangles all cells but the one in the middle, so with a hole.
 struct Square {
@@ -213,7 +211,7 @@ TEST(PoMeshSides, FootIsABoundOfTheSetOrTheValue) {
 
 TEST(PoMeshLimit, IsOneClosedLineForEachBorder) {
     const Square s;
-    const auto smallest = grid(2, 2), holed = s.withHole();
+    const auto smallest = grid(3, 2), holed = s.withHole();
     const auto islands = s.with<PbQuadrangleMesh2D>({0, 4, 5, 1, 10, 14, 15, 11}, 4),
                pinched = s.with<PbTriangleMesh2D>({0, 4, 5, 5, 10, 6}, 3),
                closed = s.with<PbTriangleMesh2D>({0, 1, 4, 0, 1, 5, 1, 4, 5, 0, 4, 5}, 3),
@@ -224,8 +222,22 @@ TEST(PoMeshLimit, IsOneClosedLineForEachBorder) {
         Ints sizes;
     };
     const auto kit = kitOf<PoMeshLimit>(nullptr);
+    Ppoint_list_list3 limits{};
+    kit->getMeshLimit(limits);
+    EXPECT_EQ(limits.numLists, 0);
+    kit->setMesh(smallest.get());
+    kit->zValuesIndex = 0;
+    kit->getMeshLimit(limits);
+    ASSERT_EQ(limits.numLists, 1);
+    ASSERT_EQ(limits.lists[0].numPoints, 7);
+    const int around[] = {0, 2, 4, 5, 3, 1, 0}; // i first
+    for (int k = 0; k < 7; ++k) {
+        const Ppoint3 &p = limits.lists[0].points[k];
+        const SbVec3f node = smallest->getNodeCoord(around[k]);
+        EXPECT_EQ(SbVec3f(p.x, p.y, p.z), node + SbVec3f(0, 0, Square().z[around[k]])) << k;
+    }
     for (const Row &row :
-         {Row{"grid", smallest.get(), {5}}, Row{"hole", holed.get(), {5, 13}},
+         {Row{"grid", smallest.get(), {7}}, Row{"hole", holed.get(), {5, 13}},
           Row{"islands", islands.get(), {5, 5}}, Row{"closed surface", closed.get(), {}},
           Row{"two triangles at a node", pinched.get(), {4, 4}}, Row{"cell twice", twice.get(), {}}}) {
         SCOPED_TRACE(row.name);
@@ -244,85 +256,18 @@ TEST(PoMeshLimit, IsOneClosedLineForEachBorder) {
     }
 }
 
-const std::function<PoMesh2D *()> KITS[] = {[] { return new PoMeshLines; }, [] { return new PoMeshSides; },
-                                            [] { return new PoMeshLimit; }};
-
-void expectAlike(SoNode *root, const test::Drawn &expected) {
-    const test::Drawn drawn = test::drawnBy(root);
-    EXPECT_GT(drawn.length + drawn.areaInSpace, 8);
-    EXPECT_NEAR(drawn.length, expected.length, 1e-4);
-    EXPECT_NEAR(drawn.areaInSpace, expected.areaInSpace, 1e-4);
-}
-
-TEST(MeshEdges, OfAPolarGridAreThoseOfItsQuadrangles) {
-    const float radius[] = {1, 2, 3, 4}, angle[] = {0, 1, 2, 2.5f};
-    PbPolarGrid2D polar(4, 4, radius, angle, 1);
-    Square s;
-    for (int node = 0; node < 16; ++node) {
-        s.x[node] = polar.PbGrid2D::getNodeCoord(node)[0];
-        s.y[node] = polar.PbGrid2D::getNodeCoord(node)[1];
-    }
-    s.ring.insert(s.ring.end(), {5, 9, 10, 6});
-    PbQuadrangleMesh2D quads(16, s.x.data(), s.y.data(), 9, s.ring.data(), 1);
-    for (const auto &make : KITS) {
-        const test::Ref<PoMesh2D> kit(make());
-        if (auto *sides = dynamic_cast<PoMeshSides *>(kit.get()))
-            sides->thresholdValue = -1;
-        kit->setMesh(&polar);
-        const test::Drawn expected = test::drawnBy(kit.get());
-        kit->setMesh(&quads);
-        expectAlike(kit.get(), expected);
-    }
-}
-
 TEST(MeshEdges, FollowTheirFieldsAndMeshOnce) {
-    auto mesh = Square().withHole();
-    for (const auto method : {PoBase::UPDATE_ON_TRAVERSAL, PoBase::UPDATE_IMMEDIATE}) {
-        const test::Ref<PoMeshSides> kit(new PoMeshSides);
-        kit->setMesh(mesh.get());
-        kit->setUpdateMethod(method);
-        test::drawnBy(kit.get());
-        int rebuilds = 0;
-        kit->addPostRebuildCallback([](void *count, PoBase *) { ++*static_cast<int *>(count); }, &rebuilds);
-        const std::function<void()> changes[] = {
-            [&] { kit->thresholdType = PoMeshSides::THRESHOLD_VALUE; }, [&] { kit->thresholdValue = 4; },
-            [&] { kit->zValuesIndex = 0; }, [&] { mesh->touch(); }, [&] { kit->setMesh(nullptr); }};
-        for (const auto &change : changes) {
-            rebuilds = 0;
-            change();
-            EXPECT_EQ(rebuilds, method == PoBase::UPDATE_IMMEDIATE ? 1 : 0);
-            test::drawnBy(kit.get());
-            EXPECT_EQ(rebuilds, 1) << &change - changes;
-        }
-        EXPECT_EQ(kit->getPart("groupSides", FALSE), nullptr);
+    const auto mesh = Square().withHole();
+    for (const bool isImmediate : {false, true}) {
+        test::KitScene<PoMeshSides> scene(mesh.get());
+        scene.kit->setUpdateMethod(isImmediate ? PoBase::UPDATE_IMMEDIATE : PoBase::UPDATE_ON_TRAVERSAL);
+        for (const std::function<void()> &change : std::initializer_list<std::function<void()>>{
+                 [&] { scene.kit->thresholdType = PoMeshSides::THRESHOLD_VALUE; },
+                 [&] { scene.kit->thresholdValue = 4; }, [&] { scene.kit->zValuesIndex = 0; },
+                 [&] { mesh->touch(); }, [&] { scene.kit->setMesh(nullptr); }})
+            EXPECT_EQ(scene.rebuildsOf(change, isImmediate), 1);
+        EXPECT_EQ(scene.part("groupSides"), nullptr);
     }
-}
-
-TEST(MeshEdges, AreKeptByFilesAndCopies) {
-    Square s;
-    s.z[3] = NOT_A_NUMBER; // files have no word for it
-    auto mesh = s.withHole();
-    for (const auto &make : KITS)
-        for (const bool isBinary : {false, true})
-            for (const auto format : {PoBase::WRITE_FIELDS, PoBase::WRITE_PARTS}) {
-                const test::Ref<SoSeparator> root(new SoSeparator);
-                PoMesh2D *kit = make();
-                root->addChild(kit);
-                kit->setMesh(mesh.get());
-                kit->zValuesIndex = 0;
-                if (auto *sides = dynamic_cast<PoMeshSides *>(kit))
-                    sides->thresholdType = PoMeshSides::THRESHOLD_ZMAX;
-                const test::Drawn expected = test::drawnBy(root.get());
-                PoBase::setNodeWriteFormat(format);
-                const auto back = test::readBack(test::written(root.get(), isBinary));
-                PoBase::setNodeWriteFormat(PoBase::WRITE_FIELDS);
-                ASSERT_TRUE(back) << kit->getTypeId().getName();
-                if (format == PoBase::WRITE_FIELDS)
-                    static_cast<PoMesh2D *>(back->getChild(0))->setMesh(mesh.get());
-                const test::Ref<SoNode> copied(root->copy());
-                expectAlike(back.get(), expected);
-                expectAlike(copied.get(), expected);
-            }
 }
 
 } // namespace

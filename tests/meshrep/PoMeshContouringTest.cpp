@@ -1,7 +1,6 @@
 #include <oravane/PoMeshContouring.h>
 
 #include "Drawn.h"
-#include "TestScene.h"
 
 #include <oravane/PbCartesianGrid2D.h>
 #include <oravane/PbDomain.h>
@@ -27,15 +26,13 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <limits>
 #include <memory>
-#include <set>
 
 namespace {
 
-constexpr float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
-constexpr float INFINITE = std::numeric_limits<float>::infinity();
+using test::INFINITE;
+using test::NOT_A_NUMBER;
+
 constexpr const char *GENERATED[] = {"majorContourLine",      "minorContourLine", "annotBackground",
                                      "annotBackgroundBorder", "annotText",        "transform"};
 
@@ -83,21 +80,13 @@ struct Hills {
 };
 
 /// A kit of its own mesh, the levels 1 to 10 and a mapping whose red tells the level.
-struct Scene {
-    explicit Scene(PbMesh2D *mesh) : root(new SoSeparator), kit(new PoMeshContouring) {
-        root->addChild(kit);
+struct Scene : test::KitScene<PoMeshContouring> {
+    explicit Scene(PbMesh2D *mesh, bool isAnnotated = false) : KitScene(mesh) {
         mapping.setValues(0, SbColor(0, 0, 0), 16, SbColor(1, 0, 0));
-        kit->setMesh(mesh);
         kit->setIsovaluesList(&levels);
         kit->setDataMapping(&mapping);
-        kit->valuesIndex = 0;
         kit->coloringType = PoMesh::COLOR_MAPPING;
-        kit->addPostRebuildCallback([](void *count, PoBase *) { ++*static_cast<int *>(count); }, &rebuilds);
-    }
-    void traverse() const { SoCallbackAction().apply(root.get()); }
-    template <class Node = SoGroup>
-    Node *part(const char *name) const {
-        return dynamic_cast<Node *>(kit->getPart(name, FALSE));
+        kit->annotIsVisible = isAnnotated;
     }
     template <class Node>
     Node *in(const char *name) const {
@@ -153,11 +142,8 @@ struct Scene {
         return font ? font->size.getValue() : 0;
     }
 
-    test::Ref<SoSeparator> root;
-    PoMeshContouring *kit;
     PbIsovaluesList levels;
     PbLinearDataMapping mapping;
-    int rebuilds = 0;
 };
 
 TEST(PoMeshContouring, RanksTellMajorFromMinorLevels) {
@@ -197,14 +183,6 @@ TEST(PoMeshContouring, RanksTellMajorFromMinorLevels) {
             EXPECT_EQ(scene.part("minorContourLine") != nullptr, row.period > 1);
         }
     }
-    for (const bool isClipped : {false, true}) {
-        Scene scene(&grid);
-        scene.levels.setRegularIsoList(5.f, 5.f, 1);
-        scene.kit->annotIsVisible = TRUE;
-        scene.kit->annotIsContourClip = isClipped;
-        scene.traverse();
-        EXPECT_EQ(scene.part("minorContourLine") != nullptr, !isClipped) << "no minor line to be cut";
-    }
 }
 
 TEST(PoMeshContouring, PartsStandInTheirOrderAndGroupsHoldColorsWhenColored) {
@@ -226,36 +204,31 @@ TEST(PoMeshContouring, PartsStandInTheirOrderAndGroupsHoldColorsWhenColored) {
                                       {"annotBackgroundApp.lightModel", SoLightModel::BASE_COLOR},
                                       {"appearance.lightModel", SoLightModel::PHONG}})
         EXPECT_EQ(scene.part<SoLightModel>(name)->model.getValue(), model) << name;
-    using Names = std::vector<std::string>;
-    for (const bool isColored : {true, false}) {
-        scene.kit->coloringType = isColored ? PoMesh::COLOR_CONTOURING : PoMesh::COLOR_INHERITED;
-        scene.traverse();
+    for (const auto &[coloring, expected] :
+         {std::pair(PoMesh::COLOR_CONTOURING, "Material MaterialBinding Coordinate3 LineSet "),
+          {PoMesh::COLOR_INHERITED, "Coordinate3 LineSet "}})
         for (const char *name : {"majorContourLine", "minorContourLine"}) {
-            Names types;
+            scene.kit->coloringType = coloring;
+            scene.traverse();
+            std::string types;
             for (int k = 0; k < scene.part(name)->getNumChildren(); ++k)
-                types.emplace_back(scene.part(name)->getChild(k)->getTypeId().getName().getString());
-            EXPECT_EQ(types, isColored ? Names({"Material", "MaterialBinding", "Coordinate3", "LineSet"})
-                                       : Names({"Coordinate3", "LineSet"}));
-            if (const auto *binding = scene.in<SoMaterialBinding>(name)) {
-                EXPECT_EQ(binding->value.getValue(), SoMaterialBinding::PER_FACE);
-            }
+                (types += scene.part(name)->getChild(k)->getTypeId().getName().getString()) += " ";
+            EXPECT_EQ(types, expected);
+            const auto *binding = scene.in<SoMaterialBinding>(name);
+            EXPECT_TRUE(!binding || binding->value.getValue() == SoMaterialBinding::PER_FACE);
         }
-    }
     scene.kit->annotIsVisible = TRUE;
     scene.kit->annotIsBackground = TRUE;
     PbDomain domain(0, 0, 1, 2, PbDomain::BBOX_AS_GIVEN);
     scene.kit->setDomain(&domain);
-    const std::function<void(PbMesh2D *)> spoilers[] = {
-        [&](PbMesh2D *mesh) { scene.kit->valuesIndex = mesh ? 0 : 5; },
-        [&](PbMesh2D *mesh) { scene.kit->setIsovaluesList(mesh ? &scene.levels : nullptr); },
-        [&](PbMesh2D *mesh) { scene.kit->setMesh(mesh); }};
-    for (const auto &spoil : spoilers)
-        for (PbMesh2D *mesh : {static_cast<PbMesh2D *>(&hills.grid), static_cast<PbMesh2D *>(nullptr)}) {
-            spoil(mesh);
+    for (const bool isWhole : {true, false, true})
+        for (const int missing : {0, 1, 2}) {
+            scene.kit->valuesIndex = missing == 0 && !isWhole ? 5 : 0;
+            scene.kit->setIsovaluesList(missing == 1 && !isWhole ? nullptr : &scene.levels);
+            scene.kit->setMesh(missing == 2 && !isWhole ? nullptr : &hills.grid);
             scene.traverse();
             for (const char *name : GENERATED)
-                EXPECT_EQ(scene.part<SoNode>(name) != nullptr, mesh != nullptr) << name;
-            spoil(&hills.grid);
+                EXPECT_EQ(scene.part<SoNode>(name) != nullptr, isWhole) << name << missing;
         }
 }
 
@@ -284,12 +257,11 @@ TEST(PoMeshContouring, SizesFollowTheReferenceLengthAndLabelsKeepTheirShape) {
              Row{"z, surface", cube, PbDomain::SCALE_Z_FIXED, true, 4, 15, {0.5f, 0.5f, 1}, none},
          }) {
         SCOPED_TRACE(row.name);
-        const Scene scene(&hills.grid);
+        const Scene scene(&hills.grid, true);
         PbDomain domain(2, 3, 5, row.max[0], row.max[1], row.max[2], PbDomain::BBOX_AS_GIVEN);
         domain.setTransformType(row.type);
         scene.kit->setDomain(&domain);
         scene.kit->zValuesIndex = row.is3D ? 1 : -1;
-        scene.kit->annotIsVisible = TRUE;
         scene.kit->annotGap = 0.3f;
         scene.traverse();
         SbMatrix expected;
@@ -313,61 +285,54 @@ TEST(PoMeshContouring, SizesFollowTheReferenceLengthAndLabelsKeepTheirShape) {
     EXPECT_GT(numLabels, 5u);
 }
 
-TEST(PoMeshContouring, LabelsObeyTheFields) {
+TEST(PoMeshContouring, LabelsAndTheirBackgroundsObeyTheFields) {
     Hills hills;
     const SbVec2f polygon[] = {{0.1f, 0.1f}, {0.9f, 0.1f}, {0.9f, 0.9f}, {0.1f, 0.9f}};
+    const SbVec3f along[] = {{0, 0, 0}, {1, 0, 0}, {0, -1, 0}};
     PbNumericDisplayFormat longNumbers(PbNumericDisplayFormat::FLOAT_FORMAT, 0, 4);
-    int numCrossings[3] = {};
+    int numOthers[3] = {}; // lines crossed beside the own one
     for (int row = 0; row < 9; ++row) {
         const int path = row % 3, status = row / 3;
         SCOPED_TRACE("path " + std::to_string(path) + ", crossing " + std::to_string(status));
-        const bool hasPolygon = row % 2 != 0;
-        const Scene scene(&hills.grid);
+        const Scene scene(&hills.grid, true);
         scene.kit->majorPeriod = 2;
-        scene.kit->annotIsVisible = TRUE;
         scene.kit->annotIsBackground = TRUE;
         scene.kit->annotIsContourClip = TRUE; // of no effect behind backgrounds
         scene.kit->annotPath = path;
         scene.kit->annotCrossStatus = status;
         scene.kit->annotGap = 0.25f;
         scene.kit->setFormat(&longNumbers);
-        if (hasPolygon)
-            scene.kit->annotClippingPolygon.setValues(0, 4, polygon);
+        scene.kit->annotClippingPolygon.setValues(0, row % 2 != 0 ? 4 : 0, polygon);
         scene.traverse();
         const std::vector<Label> labels = scene.labels();
-        const auto *box = scene.in<SoCoordinate3>("annotBackground"),
-                   *border = scene.in<SoCoordinate3>("annotBackgroundBorder");
+        const SoMFVec3f &box = scene.in<SoCoordinate3>("annotBackground")->point,
+                        &border = scene.in<SoCoordinate3>("annotBackgroundBorder")->point;
         const int count = static_cast<int>(labels.size());
         EXPECT_GT(count, 2);
-        ASSERT_EQ(box->point.getNum(), 4 * count);
-        ASSERT_EQ(border->point.getNum(), 8 * count);
+        ASSERT_EQ(box.getNum(), 4 * count);
+        ASSERT_EQ(border.getNum(), 8 * count);
+        int numCrossings[2] = {};
         for (int k = 0; k < count; ++k) {
             const Label &label = labels[k];
-            const SbVec3f *corner = box->point.getValues(4 * k), &u = label.u;
-            EXPECT_TRUE((corner[3] - corner[0]).equals(label.width * u, 1e-5f));
+            const SbVec3f *corner = box.getValues(4 * k);
+            EXPECT_TRUE((corner[3] - corner[0]).equals(label.width * label.u, 1e-5f));
             EXPECT_TRUE((corner[1] - corner[0]).equals(label.height * label.v, 1e-5f));
             EXPECT_TRUE((corner[2] + corner[0]).equals(2 * label.middle, 1e-5f));
-            EXPECT_TRUE(border->point[8 * k + 6] == corner[3] && border->point[8 * k + 7] == corner[0]);
-            EXPECT_TRUE(path == 0 ? u[0] >= 0
-                                  : u.equals(path == 1 ? SbVec3f(1, 0, 0) : SbVec3f(0, -1, 0), 1e-5f));
+            EXPECT_TRUE(border[8 * k + 6] == corner[3] && border[8 * k + 7] == corner[0]);
+            EXPECT_TRUE(path == 0 ? label.u[0] >= 0 : label.u.equals(along[path], 1e-5f));
             const auto outer = label.outer(-1e-5f);
             for (const Ppoint3 &p : outer)
-                EXPECT_NEAR(std::max(std::abs(p.x - 0.5f), std::abs(p.y - 0.5f)), 0.2f,
-                            hasPolygon ? 0.2f : 0.3f);
-            const auto crossings = [&](const char *name) {
-                int lines = 0;
-                for (Line &line : scene.lines(name))
-                    lines += pintersParaPolyline2D(outer.data(), line.points.data(),
-                                                   static_cast<int>(line.points.size()));
-                return lines;
-            };
-            const int majors = crossings("majorContourLine"), minors = crossings("minorContourLine");
-            numCrossings[status] += majors + minors - 1;
-            EXPECT_TRUE(status == 0 || majors == 1) << "its own";
-            EXPECT_TRUE(status < 2 || minors == 0);
+                EXPECT_LE(std::max(std::abs(p.x - 0.5f), std::abs(p.y - 0.5f)), row % 2 != 0 ? 0.4f : 0.5f);
+            for (const bool isMinor : {false, true})
+                for (const Line &line : scene.lines(isMinor ? "minorContourLine" : "majorContourLine"))
+                    numCrossings[isMinor] += pintersParaPolyline2D(outer.data(), line.points.data(),
+                                                                   static_cast<int>(line.points.size()));
         }
+        numOthers[status] += numCrossings[0] + numCrossings[1] - count;
+        EXPECT_TRUE(status == 0 || numCrossings[0] == count) << "its own";
+        EXPECT_TRUE(status < 2 || numCrossings[1] == 0);
     }
-    EXPECT_GT(std::min(numCrossings[0], numCrossings[1]), 2);
+    EXPECT_GT(std::min(numOthers[0], numOthers[1]), 2);
 }
 
 TEST(PoMeshContouring, LinesMakeWayForLabelsAndInSpaceForThoseOfTheirValueOnly) {
@@ -376,8 +341,7 @@ TEST(PoMeshContouring, LinesMakeWayForLabelsAndInSpaceForThoseOfTheirValueOnly) 
     for (const int zIndex : {-1, 1})
         for (const int path : {0, 1, 2}) {
             SCOPED_TRACE("z " + std::to_string(zIndex) + ", path " + std::to_string(path));
-            const Scene scene(&hills.grid);
-            scene.kit->annotIsVisible = TRUE;
+            const Scene scene(&hills.grid, true);
             scene.kit->annotPath = path;
             scene.kit->annotGap = 0.3f;
             scene.kit->annotFontSize = 0.14f; // as wide as the distance of lines
@@ -413,13 +377,12 @@ TEST(PoMeshContouring, LinesMakeWayForLabelsAndInSpaceForThoseOfTheirValueOnly) 
 
 TEST(PoMeshContouring, NumbersAndFontAreTheOwnOnesElseThoseOfTheScene) {
     Hills hills;
-    Scene scene(&hills.grid);
+    Scene scene(&hills.grid, true);
     auto *format = new PoNumericDisplayFormat;
     format->formatType = PoNumericDisplayFormat::FLOAT_FORMAT;
     format->numDecimal = 1;
     auto *attributes = new PoMiscTextAttr;
     attributes->fontName = "Times";
-    scene.kit->annotIsVisible = TRUE;
     auto ownFormat = std::make_unique<PbNumericDisplayFormat>(PbNumericDisplayFormat::FLOAT_FORMAT, 0, 3);
     auto ownAttributes = std::make_unique<PbMiscTextAttr>();
     ownAttributes->setFontName("Courier");
@@ -449,24 +412,14 @@ TEST(PoMeshContouring, EachChangeRebuildsOnceAndAMeshMayGo) {
     Scene scene(&hills->grid);
     auto *format = new PoNumericDisplayFormat;
     scene.root->insertChild(format, 0);
-    scene.traverse();
-    const auto expectRebuilds = [&](int count, const std::function<void()> &change) {
-        const int before = scene.rebuilds;
-        change();
-        EXPECT_EQ(scene.rebuilds, before);
-        scene.traverse();
-        scene.traverse();
-        EXPECT_EQ(scene.rebuilds, before + count);
-    };
-    PoMeshContouring *kit = scene.kit;
-    expectRebuilds(0, [&] { format->numDecimal = 2; }); // not read without labels
+    EXPECT_EQ(scene.rebuildsOf([&] { format->numDecimal = 2; }), 0) << "not read without labels";
     for (const char *field :
          {"annotIsVisible TRUE", "majorPeriod 2", "firstMajor 2", "annotPath VERTICAL_PATH",
           "annotCrossStatus DONT_CROSS_CONTOUR", "annotIsBackground TRUE", "annotIsContourClip TRUE",
           "annotGap 0.3", "annotClippingPolygon [0 0, 0 1]", "annotFontSize 0.05"})
-        expectRebuilds(1, [&] { EXPECT_TRUE(kit->SoFieldContainer::set(field)) << field; });
-    expectRebuilds(1, [&] { format->numDecimal = 3; });
-    expectRebuilds(1, [&] { hills.reset(); });
+        EXPECT_EQ(scene.rebuildsOf([&] { scene.kit->SoFieldContainer::set(field); }), 1) << field;
+    EXPECT_EQ(scene.rebuildsOf([&] { format->numDecimal = 3; }), 1);
+    EXPECT_EQ(scene.rebuildsOf([&] { hills.reset(); }), 1);
     for (const char *name : GENERATED)
         EXPECT_EQ(scene.part<SoNode>(name), nullptr) << name;
 }
@@ -527,8 +480,7 @@ TEST(PoMeshContouring, BadInputHasADefinedResult) {
         for (const bool isClipped : {false, true}) {
             SCOPED_TRACE(row.what);
             Hills hills;
-            Scene scene(&hills.grid);
-            scene.kit->annotIsVisible = TRUE;
+            Scene scene(&hills.grid, true);
             scene.kit->annotIsContourClip = isClipped;
             scene.kit->annotCrossStatus = PoMeshContouring::DONT_CROSS_CONTOUR;
             if (row.spoil)
@@ -538,39 +490,9 @@ TEST(PoMeshContouring, BadInputHasADefinedResult) {
             EXPECT_TRUE(test::drawnBy(scene.root.get()).isFinite);
             EXPECT_TRUE(std::isfinite(scene.fontSize()));
             EXPECT_EQ(!scene.labels().empty(), row.hasLabels);
+            EXPECT_TRUE(row.what != "one level" || isClipped == !scene.part("minorContourLine"))
+                << "none to cut";
         }
-}
-
-TEST(PoMeshContouring, FilesAndCopiesKeepWhatIsDrawn) {
-    Hills hills;
-    Scene scene(&hills.grid);
-    scene.kit->annotIsVisible = TRUE;
-    scene.kit->annotIsBackground = TRUE;
-    const auto expectSame = [&](const test::Ref<SoSeparator> &read) {
-        ASSERT_TRUE(read);
-        const test::Drawn expected = test::drawnBy(scene.root.get()), drawn = test::drawnBy(read.get());
-        EXPECT_GT(expected.triangles, 50);
-        EXPECT_EQ(drawn.triangles, expected.triangles);
-        EXPECT_NEAR(drawn.area, expected.area, 1e-4);
-        EXPECT_NEAR(drawn.redLength, expected.redLength, 1e-3);
-    };
-    scene.traverse();
-    expectSame(test::Ref<SoSeparator>(static_cast<SoSeparator *>(scene.root->copy())));
-    for (const bool isBinary : {false, true}) {
-        const std::string fields = test::written(scene.root.get(), isBinary);
-        for (const char *generated : {"Coordinate3", "LineSet", "defaultFont", "AnnoText3"})
-            EXPECT_EQ(fields.find(generated), std::string::npos) << generated;
-        const auto read = test::readBack(fields);
-        auto *kit = static_cast<PoMeshContouring *>(read->getChild(0));
-        kit->setMesh(&hills.grid);
-        kit->setIsovaluesList(&scene.levels);
-        kit->setDataMapping(&scene.mapping);
-        expectSame(read);
-        PoBase::setNodeWriteFormat(PoBase::WRITE_PARTS);
-        const std::string parts = test::written(scene.root.get(), isBinary);
-        PoBase::setNodeWriteFormat(PoBase::WRITE_FIELDS);
-        expectSame(test::readBack(parts));
-    }
 }
 
 } // namespace

@@ -87,10 +87,9 @@ TEST(PbDateFormatMapping, RefusesAndKeepsTheFormerMapping) {
 TEST(PbDateFormatMapping, AssignmentTellsOfTheNewValues) {
     const PbDateFormatMapping source("1-01-1990", "2-01-1990", 5, 6, "dmY");
     PbDateFormatMapping mapping;
-    const ChangeCounter counter(mapping, [&] { EXPECT_EQ(contentsOf(mapping), contentsOf(source)); });
+    const ChangeCounter counter(mapping, [&] { EXPECT_EQ(coordinate(mapping, "3-01-1990"), 7); });
     mapping = source;
     EXPECT_EQ(counter.changes(), 1);
-    EXPECT_EQ(coordinate(mapping, "3-01-1990"), 7);
 }
 
 TEST(PbDateFormatMapping, AFaultyFormatIsFoundByTheNextCall) {

@@ -17,8 +17,6 @@
 
 namespace {
 
-constexpr float NOT_A_NUMBER = NAN;
-
 /// A builder, and the label that it made last.
 struct Builder : PiText {
     Builder() {
@@ -189,10 +187,10 @@ TEST(PiText, MeasuresTheSameAfterManyOtherTexts) {
     PiText text;
     text.setFont("defaultFont", 2);
     std::vector<SbVec2f> sizes(24000);
-    for (std::size_t i = 0; i < sizes.size(); ++i)
+    for (std::size_t i = 0; i < sizes.size(); ++i) {
         text.getStringSizes(std::to_string(i % 12000).c_str(), sizes[i][0], sizes[i][1]);
-    for (std::size_t i = 0; i < 12000; ++i)
-        ASSERT_EQ(sizes[i], sizes[i + 12000]) << i;
+        ASSERT_EQ(sizes[i], sizes[i % 12000]) << i;
+    }
     const char *const texts[] = {"", nullptr, "AAA", "g", "AAA", "I I"};
     int widest = -1, highest = -1;
     float width = -1, height = -1;
@@ -206,20 +204,21 @@ TEST(PiText, MeasuresTheSameAfterManyOtherTexts) {
 
 TEST(PiText, FindsAFontSizeThatFits) {
     const float width = 2.361f; // of "AAA" at size 1
-    const float rows[][5] = {
-        // start, decrement, maximal width and height, expected
+    const struct {
+        float start, decrement, maxWidth, maxHeight, expected;
+    } rows[] = {
         {4, 1, 100, 100, 4},     {4, 1, 2.5f * width, 100, 2},
         {4, 1, 100, 1, 1},       {4, 1.5f, 0.1f, 0.1f, 1},
         {4, 9, 1, 1, 4}, // the last one above 0 does not fit
         {4, 0, 1, 1, -1},        {-4, 1, 1, 1, -1},
-        {4, 1, 0, 1, -1},        {4, 1, 1, NOT_A_NUMBER, -1},
+        {4, 1, 0, 1, -1},        {4, 1, 1, NAN, -1},
         {INFINITY, 1, 1, 1, -1}, {4, INFINITY, 1, 1, 4},
     };
     PiText text;
     text.setFontName("defaultFont");
-    for (const auto &row : rows)
-        EXPECT_EQ(text.computeFontSize("AAA", row[0], row[1], row[2], row[3]), row[4])
-            << row[0] << " " << row[1] << " " << row[2];
+    for (const auto &[start, decrement, maxWidth, maxHeight, expected] : rows)
+        EXPECT_EQ(text.computeFontSize("AAA", start, decrement, maxWidth, maxHeight), expected)
+            << start << " " << decrement << " " << maxWidth;
     for (const float decrement : {1e-4f, 1e-9f}) // millions of steps, and steps that change nothing
         EXPECT_NEAR(text.computeFontSize("AAA", 1000, decrement, width, 100), 1, 1e-2) << decrement;
 }
@@ -235,9 +234,9 @@ TEST(PiText, OddInputHasADefinedResult) {
     EXPECT_EQ(box.getMax(), SbVec2f(3, 4));
     text.getLimit(box, numLines);
     const SbBox2f good = box;
-    const SbVec3f bad[] = {{1, 0, 0}, {0, NOT_A_NUMBER, 0}}, parallel[] = {{1, 0, 0}, {1, 0, 0}};
+    const SbVec3f bad[] = {{1, 0, 0}, {0, NAN, 0}}, parallel[] = {{1, 0, 0}, {1, 0, 0}};
     text.setOrigin(0, INFINITY);
-    text.setCharUpVec(NOT_A_NUMBER, 0);
+    text.setCharUpVec(NAN, 0);
     text.setDirectionVectors(bad);
     text.setDirectionVectors(nullptr);
     text.setFont(static_cast<const char *>(nullptr), INFINITY);

@@ -43,13 +43,13 @@ TEST(TextNodes, AStateStartsWithDefaults) {
     EXPECT_EQ(formatBehind(nullptr), Format(0, 0, 0));
     EXPECT_EQ(textAttrBehind(nullptr), TextAttr("defaultFont", 0, ' '));
     EXPECT_EQ(mappingBehind(nullptr), Mapping("1-01-70", "2-01-70", 0, 1, "dmy"));
-    const test::Ref<SoNode> format(new PoNumericDisplayFormat), text(new PoMiscTextAttr),
-        dates(new PoDateFormatMapping);
+    const test::Ref<SoNode> format(new PoNumericDisplayFormat), dates(new PoDateFormatMapping);
+    const test::Ref<PoMiscTextAttr> text(new PoMiscTextAttr);
     EXPECT_EQ(formatBehind(format.get()), formatBehind(nullptr));
     EXPECT_EQ(textAttrBehind(text.get()), textAttrBehind(nullptr));
     EXPECT_EQ(mappingBehind(dates.get()), mappingBehind(nullptr));
     // A node has an object of its own, and carries only changed fields into it.
-    static_cast<PoMiscTextAttr *>(text.get())->lineLength = -4;
+    text->lineLength = -4;
     EXPECT_EQ(textAttrBehind(text.get()), TextAttr("defaultFont", -4, ' '));
     EXPECT_EQ(textAttrBehind(nullptr), TextAttr("defaultFont", 0, ' '));
 }
