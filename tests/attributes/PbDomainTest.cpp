@@ -74,16 +74,16 @@ TEST(PbDomain, ScalesTheAxesAgainstTheFixedOne) {
     }
 }
 
+const PbDomain &domainBehind(SoNode *node) {
+    return *stateBehind<PoDomainElement>(node);
+}
+
 TEST(PbDomain, AssignmentTellsOfTheNewBox) {
     PbDomain domain;
     float seen = 0;
     const ChangeCounter counter(domain, [&] { seen = domain.getDeltaX(); });
     domain = PbDomain(0, 0, 7, 1, PbDomain::BBOX_AS_GIVEN);
     EXPECT_EQ(seen, 7);
-}
-
-const PbDomain &domainBehind(SoNode *node) {
-    return *stateBehind<PoDomainElement>(node);
 }
 
 TEST(PoDomain, FieldsReachTheStateAtTheNextAction) {
