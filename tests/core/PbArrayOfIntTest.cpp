@@ -8,14 +8,6 @@
 
 namespace {
 
-PbArrayOfInt arrayOf(std::initializer_list<int> values) {
-    PbArrayOfInt array;
-    array.add(static_cast<int>(values.size()), values.begin());
-    PbArrayOfInt result;
-    result = array;
-    return result;
-}
-
 TEST(PbArrayOfInt, CountsFindsAndGrowsByWholeSteps) {
     PbArrayOfInt array;
     EXPECT_EQ(array.getNum(), 0);
@@ -47,14 +39,14 @@ TEST(PbArrayOfInt, WritingBeyondTheLastElementUsesAllUpToIt) {
 }
 
 TEST(PbArrayOfInt, CopyConstructorLeavesTheLastElementAndAssignmentDoesNot) {
-    PbArrayOfInt source = arrayOf({4, 5, 6});
-    source[2] = 6;
+    const int values[] = {4, 5, 6};
+    PbArrayOfInt source, assigned;
+    source.add(3, values);
     const PbArrayOfInt copy(source);
     EXPECT_EQ(copy.getNum(), 3);
     EXPECT_EQ(copy[0], 4);
     EXPECT_EQ(copy[1], 5);
     EXPECT_EQ(copy[2], 0);
-    PbArrayOfInt assigned;
     assigned = source;
     EXPECT_EQ(assigned[2], 6);
 }

@@ -6,9 +6,9 @@
 #include <oravane/PoRectangle.h>
 
 #include "TestScene.h"
+#include "meshrep/Drawn.h"
 
 #include <Inventor/SbVec2f.h>
-#include <Inventor/SoFullPath.h>
 #include <Inventor/SoPickedPoint.h>
 #include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoGetMatrixAction.h>
@@ -21,7 +21,6 @@
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoFaceSet.h>
 #include <Inventor/nodes/SoGroup.h>
-#include <Inventor/nodes/SoMatrixTransform.h>
 #include <Inventor/sensors/SoNodeSensor.h>
 
 #include <gtest/gtest.h>
@@ -57,11 +56,20 @@ SbVec3f corner(SoBaseKit *kit, const char *part, int index) {
     return static_cast<SoCoordinate3 *>(group->getChild(0))->point[index];
 }
 
-/// Switches the write format for the life of a test.
-struct PartsFormat {
-    PartsFormat() { PoBase::setNodeWriteFormat(PoBase::WRITE_PARTS); }
-    ~PartsFormat() { PoBase::setNodeWriteFormat(PoBase::WRITE_FIELDS); }
-};
+/// The scene as a file of parts.
+std::string writtenParts(SoNode *root, bool isBinary = false) {
+    PoBase::setNodeWriteFormat(PoBase::WRITE_PARTS);
+    const std::string text = written(root, isBinary);
+    PoBase::setNodeWriteFormat(PoBase::WRITE_FIELDS);
+    return text;
+}
+
+/// The box of what a file holds.
+SbBox3f boxOf(const std::string &text) {
+    const auto read = readBack(text);
+    EXPECT_TRUE(read) << text;
+    return read ? boundingBox(read.get()) : SbBox3f();
+}
 
 TEST(ShapeKits, GenerateTheirCorners) {
     Scene<PoRectangle> rectangle;
@@ -86,24 +94,16 @@ TEST(PoBase, RebuildsOnceForManyChangesAndNotAtAllForNone) {
         scene.kit->q = SbVec2f(2.f + static_cast<float>(i), 3);
     EXPECT_EQ(scene.rebuilds, 0);
     EXPECT_TRUE(scene.kit->isModified());
-    EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 11, 3));
-    EXPECT_EQ(scene.rebuilds, 1);
-    EXPECT_FALSE(scene.kit->isModified());
     for (int i = 0; i < 3; ++i) {
-        SoCallbackAction action;
-        action.apply(scene.root.get());
-        boundingBox(scene.root.get());
+        EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 11, 3));
+        test::drawnBy(scene.root.get());
+        EXPECT_EQ(scene.rebuilds, 1);
     }
-    EXPECT_EQ(scene.rebuilds, 1);
-}
-
-TEST(PoBase, ImmediateUpdateRebuildsInsideTheSetter) {
-    Scene<PoRectangle> scene;
+    EXPECT_FALSE(scene.kit->isModified());
     scene.kit->setUpdateMethod(PoBase::UPDATE_IMMEDIATE);
-    scene.kit->q = SbVec2f(2, 3);
-    EXPECT_EQ(scene.rebuilds, 1);
-    EXPECT_EQ(corner(scene.kit, "rectangle", 2), SbVec3f(2, 3, 0));
-    scene.kit->q = SbVec2f(4, 5);
+    scene.kit->q = SbVec2f(2, 4);
+    EXPECT_EQ(scene.rebuilds, 2);
+    EXPECT_EQ(corner(scene.kit, "rectangle", 2), SbVec3f(2, 4, 0));
     scene.kit->touchKit();
     EXPECT_EQ(scene.rebuilds, 3);
     EXPECT_FALSE(scene.kit->isModified());
@@ -125,8 +125,7 @@ TEST(PoBase, WhatACallbackOfARebuildChangesStartsNoOther) {
                 self.scene.kit->p = SbVec2f(-1, -1);
                 kit->touchKit();
                 boundingBox(self.scene.root.get());
-                const PartsFormat format;
-                written(self.scene.root.get());
+                writtenParts(self.scene.root.get());
             },
             &callback);
         scene.kit->q = SbVec2f(2, 3);
@@ -156,17 +155,6 @@ TEST(PoBase, EveryActionThatReachesANewKitSeesItsParts) {
         action.apply(root);
         return action.getPickedPoint() != nullptr;
     };
-    const auto trianglesIn = [](SoNode *root) {
-        int triangles = 0;
-        SoCallbackAction action;
-        action.addTriangleCallback(
-            SoShape::getClassTypeId(),
-            [](void *count, SoCallbackAction *, const SoPrimitiveVertex *, const SoPrimitiveVertex *,
-               const SoPrimitiveVertex *) { ++*static_cast<int *>(count); },
-            &triangles);
-        action.apply(root);
-        return triangles == 2;
-    };
     const auto foundBy = [](SoNode *root) {
         SoBaseKit::setSearchingChildren(TRUE);
         SoSearchAction action;
@@ -175,16 +163,12 @@ TEST(PoBase, EveryActionThatReachesANewKitSeesItsParts) {
         SoBaseKit::setSearchingChildren(FALSE);
         return action.getPath() != nullptr;
     };
-    const auto writtenBy = [](SoNode *root) {
-        const PartsFormat format;
-        return written(root).find("FaceSet") != std::string::npos;
-    };
     const std::pair<const char *, std::function<bool(SoNode *)>> actions[] = {
         {"bounding box", [](SoNode *root) { return boundingBox(root) == box(0, 0, 1, 1); }},
         {"ray pick", pickedBy},
-        {"callback", trianglesIn},
+        {"callback", [](SoNode *root) { return test::drawnBy(root).triangles == 2; }},
         {"search", foundBy},
-        {"write", writtenBy},
+        {"write", [](SoNode *root) { return writtenParts(root).find("FaceSet") != std::string::npos; }},
     };
     for (const auto &[name, sees] : actions) {
         SCOPED_TRACE(name);
@@ -248,21 +232,17 @@ TEST(PoBase, TheDomainOfTheSceneReturnsWhenTheOwnOneGoes) {
     inScene->max = SbVec3f(4, 2, 4);
     scene.root->insertChild(inScene, 0);
     scene.root->boundingBoxCaching = SoSeparator::ON;
-    EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 1, 2));
-    {
-        PbDomain cube; // has no transform, so that its going changes no part of the kit
-        scene.kit->setDomain(&cube);
-        EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 1, 1));
-        scene.kit->setDomain(nullptr);
-        EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 1, 2));
-        scene.kit->setDomain(&cube);
-        boundingBox(scene.root.get());
-    }
-    EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 1, 2));
-    PbDomain own(0, 0, 2, 8, PbDomain::BBOX_AS_GIVEN);
-    scene.kit->setDomain(&own);
-    EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 1, 0.25f));
-    scene.kit->setDomain(nullptr);
+    // The cube has no transform, so that its going changes no part of the kit.
+    const PbDomain cube, flat(0, 0, 2, 8, PbDomain::BBOX_AS_GIVEN);
+    for (const auto &[own, seen] : {std::pair(cube, box(0, 0, 1, 1)), {flat, box(0, 0, 1, 0.25f)}})
+        for (const bool isDeleted : {false, true}) {
+            EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 1, 2));
+            PbDomain domain(own);
+            scene.kit->setDomain(&domain);
+            EXPECT_EQ(boundingBox(scene.root.get()), seen);
+            if (!isDeleted)
+                scene.kit->setDomain(nullptr);
+        }
     EXPECT_EQ(boundingBox(scene.root.get()), box(0, 0, 1, 2));
     scene.kit->enableDomainTransform(0);
     inScene->max = SbVec3f(4, 1, 4);
@@ -323,11 +303,10 @@ TEST(PbBase, KitsMayDisconnectAndConnectInsideANotification) {
     EXPECT_EQ(kits[2]->changes.size(), 1u) << "connected again during the walk: told next time";
     EXPECT_EQ(kits[1]->changes.size(), 0u) << "disconnected before its turn";
     EXPECT_EQ(kits[0]->changes.size(), 1u);
-    kits[2]->onChange = nullptr;
     domain.touch();
     EXPECT_EQ(kits[2]->changes.size(), 2u);
-    EXPECT_EQ(kits[1]->changes.size(), 0u);
 }
+
 TEST(PbBase, ObjectsAndKitsMayGoInsideANotification) {
     const Ref<Listener> last(new Listener), first(new Listener);
     auto domain = std::make_unique<PbDomain>();
@@ -352,32 +331,19 @@ TEST(PbBase, ObjectsAndKitsMayGoInsideANotification) {
     other.touch(); // nobody is left to be told
 }
 
-TEST(KitFiles, FieldsFormatHoldsChangedFieldsOnly) {
-    Scene<PoRectangle> scene;
-    scene.kit->q = SbVec2f(4, 5);
-    boundingBox(scene.root.get());
-    const std::string text = written(scene.root.get());
-    EXPECT_NE(text.find("q 4 5"), std::string::npos) << text;
-    EXPECT_EQ(text.find("p 0 0"), std::string::npos) << text;
-    EXPECT_EQ(text.find("Coordinate3 {"), std::string::npos) << text;
-}
-
 TEST(KitFiles, BothFormatsReadBackInAsciiAndBinaryInAnyOrder) {
     for (const bool isBinary : {false, true}) {
+        SCOPED_TRACE(isBinary ? "binary" : "ascii");
         Scene<PoRectangle> scene;
         scene.kit->q = SbVec2f(4, 5);
         scene.root->insertChild(new PoDomain, 0);
         for (int round = 0; round < 2; ++round) {
-            SCOPED_TRACE(isBinary ? "binary" : "ascii");
-            {
-                const PartsFormat format;
-                const auto parts = readBack(written(scene.root.get(), isBinary));
-                ASSERT_TRUE(parts);
-                EXPECT_EQ(boundingBox(parts.get()), box(0, 0, 4, 5)) << "shows what it was written with";
-            }
-            const auto fields = readBack(written(scene.root.get(), isBinary));
-            ASSERT_TRUE(fields);
-            EXPECT_EQ(boundingBox(fields.get()), box(0, 0, 4, 5));
+            EXPECT_EQ(boxOf(writtenParts(scene.root.get(), isBinary)), box(0, 0, 4, 5));
+            const std::string fields = written(scene.root.get(), isBinary);
+            EXPECT_EQ(boxOf(fields), box(0, 0, 4, 5));
+            EXPECT_EQ(fields.find("Coordinate3"), std::string::npos)
+                << "only fields, of those the changed ones";
+            EXPECT_EQ(fields.find("p 0 0"), std::string::npos) << fields;
             const Ref<SoNode> copied(scene.kit->copy());
             EXPECT_EQ(boundingBox(copied.get()), box(0, 0, 4, 5)) << "writing changed nothing in the kit";
         }
@@ -385,12 +351,11 @@ TEST(KitFiles, BothFormatsReadBackInAsciiAndBinaryInAnyOrder) {
 }
 
 TEST(KitFiles, PartsOfAFileStayUntilSomethingChanges) {
-    const PartsFormat format;
     Scene<PoRectangle> scene;
     scene.kit->q = SbVec2f(4, 5);
     PbDomain domain(0, 0, 4, 2, PbDomain::BBOX_AS_GIVEN);
     scene.kit->setDomain(&domain);
-    const auto read = readBack(written(scene.root.get()));
+    const auto read = readBack(writtenParts(scene.root.get()));
     ASSERT_TRUE(read);
     EXPECT_EQ(boundingBox(read.get()), box(0, 0, 4, 10)) << "with the transform of its domain";
     SoSearchAction search;
@@ -398,40 +363,29 @@ TEST(KitFiles, PartsOfAFileStayUntilSomethingChanges) {
     search.apply(read.get());
     ASSERT_TRUE(search.getPath());
     auto *kit = static_cast<PoRectangle *>(search.getPath()->getTail());
-    const auto again = readBack(written(read.get()));
-    EXPECT_EQ(boundingBox(again.get()), box(0, 0, 4, 10)) << "and can be written again";
+    EXPECT_EQ(boxOf(writtenParts(read.get())), box(0, 0, 4, 10)) << "and can be written again";
     const Ref<SoNode> copied(kit->copy());
     EXPECT_EQ(boundingBox(copied.get()), box(0, 0, 4, 10)) << "and copied";
     kit->p = SbVec2f(-1, -1);
     EXPECT_EQ(boundingBox(read.get()), box(-1, -1, 1, 1));
 }
 
-TEST(KitFiles, AKitDueForARebuildIsWrittenWithTheAttributesBeforeIt) {
-    const PartsFormat format;
+TEST(KitFiles, AKitDueForARebuildIsWrittenAsItIsNow) {
     Scene<PoRectangle> scene;
     auto *domain = new PoDomain;
     domain->max = SbVec3f(4, 2, 4);
     scene.root->insertChild(domain, 0);
-    const std::string text = written(scene.root.get());
+    const std::string text = writtenParts(scene.root.get());
     EXPECT_EQ(text.find("PoDomain"), std::string::npos) << "attribute nodes are left out";
-    const auto read = readBack(text);
-    ASSERT_TRUE(read);
-    EXPECT_EQ(boundingBox(read.get()), box(0, 0, 1, 2));
-}
-
-TEST(KitFiles, AChangedKitInsideAnotherKitIsWrittenAsItIsNow) {
-    const PartsFormat format;
-    Scene<PoRectangle> scene;
+    EXPECT_EQ(boxOf(text), box(0, 0, 1, 2)) << "but are seen";
     auto *outer = new SoWrapperKit;
     outer->setPart("contents", scene.root.get());
     const Ref<SoSeparator> root(new SoSeparator);
     root->addChild(outer);
     boundingBox(root.get());
     scene.kit->q = SbVec2f(4, 5);
-    const auto read = readBack(written(root.get()));
-    ASSERT_TRUE(read);
-    EXPECT_EQ(boundingBox(read.get()), box(0, 0, 4, 5));
-    EXPECT_EQ(boundingBox(root.get()), box(0, 0, 4, 5));
+    EXPECT_EQ(boxOf(writtenParts(root.get())), box(0, 0, 4, 10)) << "inside another kit";
+    EXPECT_EQ(boundingBox(root.get()), box(0, 0, 4, 10));
 }
 
 TEST(KitFiles, CutAndWrongFilesAreReadOrRefused) {
@@ -441,8 +395,7 @@ TEST(KitFiles, CutAndWrongFilesAreReadOrRefused) {
     Scene<PoRectangle> scene;
     scene.kit->q = SbVec2f(4, 5);
     for (const bool isBinary : {false, true}) {
-        const PartsFormat format;
-        const std::string whole = written(scene.root.get(), isBinary);
+        const std::string whole = writtenParts(scene.root.get(), isBinary);
         for (std::size_t size = 0; size < whole.size(); size += isBinary ? 4 : 7)
             if (const auto read = readBack(whole.substr(0, size)))
                 boundingBox(read.get());
@@ -452,31 +405,22 @@ TEST(KitFiles, CutAndWrongFilesAreReadOrRefused) {
              "PoDomain { fields [ SFFloat newer ] newer 3 } }");
     EXPECT_EQ(scene.kit->getField("newer"), nullptr);
     EXPECT_EQ(Ref<SoNode>(new PoDomain)->getField("newer"), nullptr);
-    for (const char *part :
-         {"catchActionCallback", "catchActionLevel2Callback", "domainTransform", "rectangle"}) {
-        const auto read = readBack(std::string("#Inventor V2.1 ascii\nSeparator { PoRectangle { q 4 5 ") +
-                                   part + " Cube { } } }");
-        ASSERT_TRUE(read) << part;
-        EXPECT_EQ(boundingBox(read.get()), box(0, 0, 4, 5)) << part;
-    }
+    for (const std::string part :
+         {"catchActionCallback", "catchActionLevel2Callback", "domainTransform", "rectangle"})
+        EXPECT_EQ(boxOf("#Inventor V2.1 ascii\nPoRectangle { q 4 5 " + part + " Cube { } }"),
+                  box(0, 0, 4, 5));
     SoReadError::setHandlerCallback(before, nullptr);
 }
 
 TEST(KitFiles, ReadersWithoutTheLibraryGetUnknownNodesThatDraw) {
     // The same text under names that no class has is what such a reader sees.
-    std::string text;
-    {
-        const PartsFormat format;
-        Scene<PoRectangle> scene;
-        scene.kit->q = SbVec2f(4, 5);
-        text = written(scene.root.get());
-    }
+    Scene<PoRectangle> scene;
+    scene.kit->q = SbVec2f(4, 5);
+    std::string text = writtenParts(scene.root.get());
     const std::string name = "PoRectangle";
     for (std::size_t at = text.find(name); at != std::string::npos; at = text.find(name, at))
         text.replace(at, name.size(), "PxRectangle");
-    const auto read = readBack(text);
-    ASSERT_TRUE(read) << text;
-    EXPECT_EQ(boundingBox(read.get()), box(0, 0, 4, 5)) << text;
+    EXPECT_EQ(boxOf(text), box(0, 0, 4, 5)) << text;
 }
 
 TEST(KitCopies, ServeThemselvesAlsoBelowACopiedSeparator) {
@@ -503,7 +447,6 @@ TEST(PoBase, StartsOnceAndRegistersInTheLibrary) {
     const SoType type = PoRectangle::getClassTypeId();
     PoBase::init();
     PoRectangle::initClass();
-    EXPECT_EQ(PoRectangle::getClassTypeId(), type);
     EXPECT_EQ(SoType::fromName("PoRectangle"), type);
     EXPECT_TRUE(type.isDerivedFrom(SoType::fromName("PoKestrava")));
     Scene<PoRectangle> scene;

@@ -14,16 +14,13 @@ namespace {
 
 const std::string gridHeader = "# A hill\n# nx: 3\n# ny: 2\n# x0: 10.5\n# y0: -1\n# dx: 2\n# dy: 0.5\n";
 
-struct Fault {
-    std::string content, reason;
-};
-
 /// Each content, written to a file, is refused with the reason.
 template <class Read>
-void expectFaults(const TemporaryFolder &folder, const std::vector<Fault> &faults, Read read) {
-    for (const Fault &fault : faults) {
-        const std::string path = folder.write("a.txt", fault.content);
-        EXPECT_EQ(refusalOf([&] { read(path); }), "cannot read " + path + ": " + fault.reason);
+void expectFaults(const TemporaryFolder &folder, Read read,
+                  std::initializer_list<std::pair<std::string, std::string>> faults) {
+    for (const auto &[content, reason] : faults) {
+        const std::string path = folder.write("a.txt", content);
+        EXPECT_EQ(refusalOf([&] { read(path); }), "cannot read " + path + ": " + reason);
     }
 }
 
@@ -44,33 +41,22 @@ TEST(GridFile, RowsAlongXBecomeNodesAlongY) {
 
 TEST(GridFile, FaultsAreNamedWithTheFile) {
     const TemporaryFolder folder;
-    const std::vector<Fault> faults{
-        {"", "the line \"nx\" is missing"},
-        {"# nx: three\n", "the value of \"nx\" is no number: three"},
-        {"# nx: 3\n# ny: 2\n# x0: 0\n", "the line \"y0\" is missing"},
-        {"# nx: 1\n# ny: 2\n", "a grid has at least 2 x 2 nodes"},
-        {"# nx: -3\n# ny: -2\n", "a grid has at least 2 x 2 nodes"},
-        {gridHeader, "fewer values than nx times ny"},
-        {gridHeader + "1.25 2.25 3.25 4.25 5.25", "only 5 of 6 values"},
-        {gridHeader + "1 2 3 4 5 6 7", "more values than nx times ny"},
-        {gridHeader + "1 2 3 4 5 high", "not a number among the values: high"},
-        {gridHeader + "1 2 3 4 5 6,5", "not a number among the values: 6,5"},
-        {"# nx: 2000000000\n# ny: 2000000000\n# x0: 0\n# y0: 0\n# dx: 1\n# dy: 1\n1 2",
-         "fewer values than nx times ny"},
-    };
-    expectFaults(folder, faults, oravane::readGridFile);
+    expectFaults(folder, oravane::readGridFile,
+                 {{"", "the line \"nx\" is missing"},
+                  {"# nx: three\n", "the value of \"nx\" is no number: three"},
+                  {"# nx: 3\n# ny: 2\n# x0: 0\n", "the line \"y0\" is missing"},
+                  {"# nx: 1\n# ny: 2\n", "a grid has at least 2 x 2 nodes"},
+                  {"# nx: -3\n# ny: -2\n", "a grid has at least 2 x 2 nodes"},
+                  {gridHeader, "fewer values than nx times ny"},
+                  {gridHeader + "1.25 2.25 3.25 4.25 5.25", "only 5 of 6 values"},
+                  {gridHeader + "1 2 3 4 5 6 7", "more values than nx times ny"},
+                  {gridHeader + "1 2 3 4 5 high", "not a number among the values: high"},
+                  {gridHeader + "1 2 3 4 5 6,5", "not a number among the values: 6,5"},
+                  {"# nx: 2000000000\n# ny: 2000000000\n# x0: 0\n# y0: 0\n# dx: 1\n# dy: 1\n1 2",
+                   "fewer values than nx times ny"}});
     for (const std::string &nowhere : {folder.path("none.txt"), folder.path("")})
         EXPECT_EQ(refusalOf([&] { oravane::readGridFile(nowhere); }),
                   "cannot read " + nowhere + ": no such file");
-}
-
-TEST(GridFile, TheTerrainOfTheExamplesIsWhatItsHeaderStates) {
-    const GridFile grid = oravane::readGridFile(ORAVANE_SOURCE_DIR "/examples/data/grid2d_st_helens.txt");
-    ASSERT_EQ(grid.numX, 317);
-    ASSERT_EQ(grid.numY, 460);
-    EXPECT_EQ(*std::min_element(grid.values.begin(), grid.values.end()), grid.minimum);
-    EXPECT_EQ(*std::max_element(grid.values.begin(), grid.values.end()), grid.maximum);
-    EXPECT_EQ(grid.ymax, grid.ymin + 459 * 30);
 }
 
 TEST(RawFile, ArraysAreFoundByNameAndPlace) {
@@ -93,17 +79,15 @@ TEST(RawFile, FaultsAreNamedWithTheFile) {
     const TemporaryFolder folder;
     folder.write("a.raw", "12345678");
     const std::string tooLarge = "array \"v\" does not fit into the raw file";
-    const std::vector<Fault> faults{
-        {"kind: test\n", "the line \"raw_file\" is missing"},
-        {"dims: 2 x\nraw_file: a.raw\n", "the value of \"dims\" is not a list of sizes: 2 x"},
-        {"raw_file: a.raw\narray: v float32 1\n", "the line of array \"v\" is incomplete"},
-        {"raw_file: a.raw\narray: v float64 1 1 0\n", "array \"v\" is of unknown type float64"},
-        {"raw_file: a.raw\narray: v float32 1 3 0\n", tooLarge},
-        {"raw_file: a.raw\narray: v float32 1 2 4\n", tooLarge},
-        {"raw_file: a.raw\narray: v float32 0 2 0\n", tooLarge},
-        {"raw_file: a.raw\narray: v float32 4 4611686018427387905 0\n", tooLarge},
-    };
-    expectFaults(folder, faults, oravane::readRawFile);
+    expectFaults(folder, oravane::readRawFile,
+                 {{"kind: test\n", "the line \"raw_file\" is missing"},
+                  {"dims: 2 x\nraw_file: a.raw\n", "the value of \"dims\" is not a list of sizes: 2 x"},
+                  {"raw_file: a.raw\narray: v float32 1\n", "the line of array \"v\" is incomplete"},
+                  {"raw_file: a.raw\narray: v float64 1 1 0\n", "array \"v\" is of unknown type float64"},
+                  {"raw_file: a.raw\narray: v float32 1 3 0\n", tooLarge},
+                  {"raw_file: a.raw\narray: v float32 1 2 4\n", tooLarge},
+                  {"raw_file: a.raw\narray: v float32 0 2 0\n", tooLarge},
+                  {"raw_file: a.raw\narray: v float32 4 4611686018427387905 0\n", tooLarge}});
     const std::string path = folder.write("a.hdr", "raw_file: b.raw\n");
     EXPECT_EQ(refusalOf([&] { oravane::readRawFile(path); }),
               "cannot read " + folder.path("b.raw") + ": no such file");
@@ -124,14 +108,12 @@ TEST(TableFile, ColumnsAreFoundByName) {
 }
 
 TEST(TableFile, FaultsAreNamedWithTheFile) {
-    const std::vector<Fault> faults{
-        {"", "the line of column names is missing"},
-        {"# a,b\n\n", "the line of column names is missing"},
-        {"# a table\na,b\n1,2\n3\n", "line 4 has not 2 values but 1"},
-        {"a,b\n1,2,\n", "line 2 has not 2 values but 3"},
-        {"a,b,a\n", "two columns are named \"a\""},
-    };
-    expectFaults(TemporaryFolder(), faults, oravane::readTableFile);
+    expectFaults(TemporaryFolder(), oravane::readTableFile,
+                 {{"", "the line of column names is missing"},
+                  {"# a,b\n\n", "the line of column names is missing"},
+                  {"# a table\na,b\n1,2\n3\n", "line 4 has not 2 values but 1"},
+                  {"a,b\n1,2,\n", "line 2 has not 2 values but 3"},
+                  {"a,b,a\n", "two columns are named \"a\""}});
 }
 
 /// The extremes of an array, of those values that are there.
@@ -145,23 +127,24 @@ std::array<float, 2> rangeOf(const std::vector<float> &values, float missing) {
 
 TEST(DataOfTheExamples, IsWhatItsHeadersState) {
     const std::string folder = ORAVANE_SOURCE_DIR "/examples/data/";
+    const GridFile terrain = oravane::readGridFile(folder + "grid2d_st_helens.txt");
+    EXPECT_EQ(terrain.values.size(), 317u * 460);
+    EXPECT_EQ(rangeOf(terrain.values, -9999), (std::array{terrain.minimum, terrain.maximum}));
+    EXPECT_EQ(terrain.ymax, terrain.ymin + 459 * 30);
+
     const RawFile bay = oravane::readRawFile(folder + "tri2d_chesapeake_bay.hdr");
     const std::vector<int> &cells = bay.arrays.at("cells").ints;
     EXPECT_EQ(bay.arrays.at("points").floats.size(), 2u * 7258);
     EXPECT_EQ(cells.size(), 3u * 13044);
-    EXPECT_EQ(*std::min_element(cells.begin(), cells.end()), 0);
     EXPECT_EQ(*std::max_element(cells.begin(), cells.end()), 7257);
     EXPECT_EQ(rangeOf(bay.arrays.at("depth").floats, -9999), (std::array{2.0f, 35.2489014f}));
 
     const RawFile ocean = oravane::readRawFile(folder + "curv2d_ocean_pop.hdr");
     EXPECT_EQ(ocean.dims, (std::vector<int>{160, 182}));
-    EXPECT_EQ(ocean.keys.at("missing"), "-9999");
-    EXPECT_EQ(rangeOf(ocean.arrays.at("points").floats, -9999), (std::array{-78.9528961f, 319.147736f}));
     EXPECT_EQ(rangeOf(ocean.arrays.at("temperature").floats, -9999), (std::array{-1.8987534f, 31.1261768f}));
 
     const auto stations = oravane::readTableFile(folder + "scatter2d_stations_1995.csv");
     EXPECT_EQ(stations.rows.size(), 1042u);
-    EXPECT_EQ(stations.missing, -9999.0f);
     EXPECT_EQ(rangeOf(stations.numbers("slp"), *stations.missing), (std::array{996.0f, 1030.2f}));
 }
 

@@ -3,14 +3,11 @@
 
 #include <oravane/SoVectorizePSAction.h>
 
-#include <Inventor/SoInput.h>
-#include <Inventor/nodes/SoSeparator.h>
+#include "TemporaryFolder.h"
+#include "TestScene.h"
 
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -37,51 +34,32 @@ inline std::string view(const std::string &nodes) {
     return "Separator { " + kCamera + nodes + " }";
 }
 
-struct NotCopied {
-    NotCopied() = default;
-    NotCopied(const NotCopied &) = delete;
-    NotCopied &operator=(const NotCopied &) = delete;
-};
-
 /// A scene from its text in the toolkit's file format, without the header line.
-class Scene : NotCopied {
+class Scene : public test::Ref<SoSeparator> {
 public:
-    explicit Scene(const std::string &text) {
-        const std::string file = "#Inventor V2.1 ascii\n" + text;
-        SoInput in;
-        in.setBuffer(file.data(), file.size());
-        m_root = SoDB::readAll(&in);
-        EXPECT_TRUE(m_root) << text;
-        m_root->ref();
+    explicit Scene(const std::string &text) : Ref(test::readBack("#Inventor V2.1 ascii\n" + text)) {
+        EXPECT_TRUE(*this) << text;
     }
-    ~Scene() { m_root->unref(); }
-    operator SoSeparator *() const { return m_root; }
+    operator SoSeparator *() const { return get(); }
 
     /// The descendant that `indices` lead to.
     template <class Node, class... Indices>
     Node *child(Indices... indices) const {
-        SoNode *node = m_root;
+        SoNode *node = get();
         ((node = static_cast<SoGroup *>(node)->getChild(indices)), ...);
         return static_cast<Node *>(node);
     }
-
-private:
-    SoSeparator *m_root = nullptr;
 };
 
 /// A file that is removed at the end.
-class TemporaryFile : NotCopied {
+class TemporaryFile {
 public:
-    explicit TemporaryFile(const std::string &suffix = ".ps") {
-        static int counter = 0;
-        const std::string number = std::to_string(getpid()) + "_" + std::to_string(counter++);
-        m_path = ::testing::TempDir() + "oravane_" + number + suffix;
-    }
-    ~TemporaryFile() { std::remove(m_path.c_str()); }
+    explicit TemporaryFile(const std::string &suffix = ".ps") : m_path(m_folder.path("page" + suffix)) {}
     const std::string &path() const { return m_path; }
     const char *name() const { return m_path.c_str(); }
 
 private:
+    TemporaryFolder m_folder;
     std::string m_path;
 };
 
@@ -109,10 +87,10 @@ inline int count(const std::string &text, const std::string &what) {
 }
 
 /// What Ghostscript has to complain about, empty for a good page.
-inline std::string complaints(const std::string &page, const std::string &device = "nullpage") {
+inline std::string complaints(const std::string &page) {
     const TemporaryFile file, log(".log");
     std::ofstream(file.path(), std::ios::binary) << page;
-    const std::string command = "timeout 60 gs -q -dSAFER -dBATCH -dNOPAUSE -sDEVICE=" + device + " " +
+    const std::string command = "timeout 60 gs -q -dSAFER -dBATCH -dNOPAUSE -sDEVICE=nullpage " +
                                 file.path() + " > " + log.path() + " 2>&1";
     const int status = std::system(command.c_str());
     const std::string said = readFile(log.path());
