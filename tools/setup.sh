@@ -10,6 +10,7 @@ check_packages=(
     libgtest-dev
     ghostscript   # reads every page that the tests write
     poppler-utils # finds the words of a page
+    libfreetype-dev libfontconfig-dev # through which the toolkit finds the fonts that Ghostscript brings
     locales       # a locale with a decimal comma, which no page may follow
     clang clang-format clang-tidy libclang-rt-14-dev llvm python3
 )
