@@ -88,93 +88,31 @@ const Object *orDefault(const PbBase *object) {
 }
 } // namespace
 
-// ---- domain
+/// An element is the same for every kind of object but for its name.
+#define ORAVANE_STARTED_ELEMENT(Element, Object)                                                             \
+    void Element::initClass() {                                                                              \
+        if (!oravane::registersNow(classTypeId))                                                             \
+            return;                                                                                          \
+        SO_ELEMENT_INIT_CLASS(Element, SoReplacedElement);                                                   \
+        enable(classTypeId, classStackIndex);                                                                \
+    }                                                                                                        \
+    void Element::init(SoState *state) {                                                                     \
+        PoBasicObjectElement::init(state);                                                                   \
+        m_object = &defaultObject<Object>();                                                                 \
+    }                                                                                                        \
+    void Element::set(SoState *state, SoNode *node, const Object *object) {                                  \
+        setObject(state, classStackIndex, node, object);                                                     \
+    }                                                                                                        \
+    const Object *Element::get(SoState *state) {                                                             \
+        return orDefault<Object>(getObject(state, classStackIndex));                                         \
+    }
 
-void PoDomainElement::initClass() {
-    if (!oravane::registersNow(classTypeId))
-        return;
-    SO_ELEMENT_INIT_CLASS(PoDomainElement, SoReplacedElement);
-    enable(classTypeId, classStackIndex);
-}
+ORAVANE_STARTED_ELEMENT(PoDomainElement, PbDomain)
+ORAVANE_STARTED_ELEMENT(PoNumericDisplayFormatElement, PbNumericDisplayFormat)
+ORAVANE_STARTED_ELEMENT(PoDateFormatMappingElement, PbDateFormatMapping)
+ORAVANE_STARTED_ELEMENT(PoMiscTextAttrElement, PbMiscTextAttr)
 
-void PoDomainElement::init(SoState *state) {
-    PoBasicObjectElement::init(state);
-    m_object = &defaultObject<PbDomain>();
-}
-
-void PoDomainElement::set(SoState *state, SoNode *node, const PbDomain *domain) {
-    setObject(state, classStackIndex, node, domain);
-}
-
-const PbDomain *PoDomainElement::get(SoState *state) {
-    return orDefault<PbDomain>(getObject(state, classStackIndex));
-}
-
-// ---- number format
-
-void PoNumericDisplayFormatElement::initClass() {
-    if (!oravane::registersNow(classTypeId))
-        return;
-    SO_ELEMENT_INIT_CLASS(PoNumericDisplayFormatElement, SoReplacedElement);
-    enable(classTypeId, classStackIndex);
-}
-
-void PoNumericDisplayFormatElement::init(SoState *state) {
-    PoBasicObjectElement::init(state);
-    m_object = &defaultObject<PbNumericDisplayFormat>();
-}
-
-void PoNumericDisplayFormatElement::set(SoState *state, SoNode *node, const PbNumericDisplayFormat *object) {
-    setObject(state, classStackIndex, node, object);
-}
-
-const PbNumericDisplayFormat *PoNumericDisplayFormatElement::get(SoState *state) {
-    return orDefault<PbNumericDisplayFormat>(getObject(state, classStackIndex));
-}
-
-// ---- mapping of dates
-
-void PoDateFormatMappingElement::initClass() {
-    if (!oravane::registersNow(classTypeId))
-        return;
-    SO_ELEMENT_INIT_CLASS(PoDateFormatMappingElement, SoReplacedElement);
-    enable(classTypeId, classStackIndex);
-}
-
-void PoDateFormatMappingElement::init(SoState *state) {
-    PoBasicObjectElement::init(state);
-    m_object = &defaultObject<PbDateFormatMapping>();
-}
-
-void PoDateFormatMappingElement::set(SoState *state, SoNode *node, const PbDateFormatMapping *object) {
-    setObject(state, classStackIndex, node, object);
-}
-
-const PbDateFormatMapping *PoDateFormatMappingElement::get(SoState *state) {
-    return orDefault<PbDateFormatMapping>(getObject(state, classStackIndex));
-}
-
-// ---- text attributes
-
-void PoMiscTextAttrElement::initClass() {
-    if (!oravane::registersNow(classTypeId))
-        return;
-    SO_ELEMENT_INIT_CLASS(PoMiscTextAttrElement, SoReplacedElement);
-    enable(classTypeId, classStackIndex);
-}
-
-void PoMiscTextAttrElement::init(SoState *state) {
-    PoBasicObjectElement::init(state);
-    m_object = &defaultObject<PbMiscTextAttr>();
-}
-
-void PoMiscTextAttrElement::set(SoState *state, SoNode *node, const PbMiscTextAttr *object) {
-    setObject(state, classStackIndex, node, object);
-}
-
-const PbMiscTextAttr *PoMiscTextAttrElement::get(SoState *state) {
-    return orDefault<PbMiscTextAttr>(getObject(state, classStackIndex));
-}
+#undef ORAVANE_STARTED_ELEMENT
 
 // ---- data mapping
 

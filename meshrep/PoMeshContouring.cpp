@@ -145,19 +145,34 @@ void PoMeshContouring::setDefaultOnNonWritingFields() {
         skipInFile(kit->getField("font")); // generated
 }
 
-void PoMeshContouring::clearParts() {
-    for (const char *part : {"majorContourLine", "minorContourLine", "annotBackground",
-                             "annotBackgroundBorder", "transform", "annotText"})
-        setPart(part, nullptr);
-}
+/// What a rebuild makes; null for what is not needed.
+struct PoMeshContouring::Parts {
+    SoNode *transform = nullptr;
+    SoNode *majorContourLine = nullptr;
+    SoNode *minorContourLine = nullptr;
+    SoNode *annotBackground = nullptr;
+    SoNode *annotBackgroundBorder = nullptr;
+    SoNode *annotText = nullptr;
+    SoNode *font = nullptr;
+};
 
 void PoMeshContouring::rebuild() {
     preRebuild();
-    clearParts();
     const PbMesh2D *mesh = resolvedMesh();
     const float *values = mesh ? valuesOf(*mesh) : nullptr;
+    Parts parts;
     if (values && resolved().isovaluesList)
-        drawContourLines(values, zOf(*mesh));
+        drawContourLines(values, zOf(*mesh), parts);
+    // All are made before the first is set, which tells the scene: a sensor of the program may then delete
+    // the mesh, the mapping and the levels.
+    setPart("majorContourLine", parts.majorContourLine);
+    setPart("minorContourLine", parts.minorContourLine);
+    setPart("annotBackground", parts.annotBackground);
+    setPart("annotBackgroundBorder", parts.annotBackgroundBorder);
+    setPart("transform", parts.transform);
+    setPart("annotText", parts.annotText);
+    if (parts.font)
+        setPart("annotTextApp.font", parts.font);
     postRebuild();
 }
 
@@ -294,7 +309,7 @@ void PoMeshContouring::Drawing::scale(const SbVec3f &offset, const SbVec3f &fact
     isScaled = true;
 }
 
-void PoMeshContouring::drawContourLines(const float *values, const float *z) {
+void PoMeshContouring::drawContourLines(const float *values, const float *z, Parts &parts) {
     PiContouringLines &engine = contouringLines();
     engine.setMesh(resolvedMesh(), z);
     engine.setDataMapping(resolved().dataMapping);
@@ -316,15 +331,13 @@ void PoMeshContouring::drawContourLines(const float *values, const float *z) {
         };
         oravane::forEachRun(static_cast<std::size_t>(made.lines[k].numPoints), isSound, add);
     }
-    if (annotIsVisible.getValue()) {
-        drawAnnotated(drawing);
-        return;
-    }
-    drawLines(drawing);
+    if (annotIsVisible.getValue())
+        drawAnnotated(drawing, parts);
+    else
+        drawLines(drawing, parts);
 }
 
-/// Sets the parts of major and minor lines.
-void PoMeshContouring::drawLines(const Drawing &drawing) {
+void PoMeshContouring::drawLines(const Drawing &drawing, Parts &parts) const {
     for (const bool major : {true, false}) {
         if (!major && majorPeriod.getValue() <= 1)
             continue;
@@ -337,7 +350,7 @@ void PoMeshContouring::drawLines(const Drawing &drawing) {
             }
         if (!major && lines.empty() && drawing.isClipped)
             continue;
-        setPart(major ? "majorContourLine" : "minorContourLine", newLineGroup(lines, isovalues));
+        (major ? parts.majorContourLine : parts.minorContourLine) = newLineGroup(lines, isovalues);
     }
 }
 
@@ -470,7 +483,7 @@ SoGroup *newBoxes(std::span<const ContourLabel> labels, std::initializer_list<in
 
 } // namespace
 
-void PoMeshContouring::drawAnnotated(Drawing &drawing) {
+void PoMeshContouring::drawAnnotated(Drawing &drawing, Parts &parts) {
     getMeshLimit(drawing.limits);
     if (annotClippingPolygon.getNum() > 2)
         for (int k = 0; k < annotClippingPolygon.getNum(); ++k)
@@ -481,9 +494,9 @@ void PoMeshContouring::drawAnnotated(Drawing &drawing) {
         drawing.scale(space.offset, space.factor);
         auto *undo = new SoMatrixTransform;
         undo->matrix = space.inverse();
-        setPart("transform", undo);
+        parts.transform = undo;
     }
-    drawLabels(drawing, referenceLength(domain, drawing.clippingPolygon, drawing.isScaled));
+    drawLabels(drawing, referenceLength(domain, drawing.clippingPolygon, drawing.isScaled), parts);
 }
 
 namespace {
@@ -510,7 +523,7 @@ std::vector<ContourLine> clipLines(std::span<const ContourLine> lines, const Con
 
 } // namespace
 
-void PoMeshContouring::drawLabels(Drawing &drawing, float referenceLength) {
+void PoMeshContouring::drawLabels(Drawing &drawing, float referenceLength, Parts &parts) const {
     const Levels levels(*resolved().isovaluesList);
     const Thresholds thresholds(resolved().dataMapping, levels, drawing.lines);
     const float wanted = annotFontSize.getValue();
@@ -544,17 +557,17 @@ void PoMeshContouring::drawLabels(Drawing &drawing, float referenceLength) {
     drawing.isClipped = annotIsContourClip.getValue() && !annotIsBackground.getValue();
     if (drawing.isClipped)
         drawing.lines = clipLines(drawing.lines, labels, drawing.points);
-    drawLines(drawing);
+    drawLines(drawing, parts);
     if (annotIsBackground.getValue()) {
-        setPart("annotBackground", newBoxes<SoFaceSet>(labels.all(), {0, 1, 2, 3}));
-        setPart("annotBackgroundBorder", newBoxes<SoLineSet>(labels.all(), {0, 1, 1, 2, 2, 3, 3, 0}));
+        parts.annotBackground = newBoxes<SoFaceSet>(labels.all(), {0, 1, 2, 3});
+        parts.annotBackgroundBorder = newBoxes<SoLineSet>(labels.all(), {0, 1, 1, 2, 2, 3, 3, 0});
     }
     auto *font = new SoFont;
     font->name = getMiscTextAttr()->getFontName().getString();
     font->size = fontSize;
-    setPart("annotTextApp.font", font);
+    parts.font = font;
     auto *group = new SoGroup;
     for (const ContourLabel &label : labels.all())
         texts.build(label, group);
-    setPart("annotText", group);
+    parts.annotText = group;
 }

@@ -10,7 +10,6 @@
 
 class PbMiscTextAttr;
 class PbNumericDisplayFormat;
-struct Tisoline_list;
 
 /// Draws the contour lines of a surface mesh as major and minor lines, and labels major ones with their
 /// value. Labels follow the lines, and keep off each other, the border of the mesh and, when asked to, other
@@ -106,12 +105,12 @@ protected:
 
 private:
     struct Drawing;
+    struct Parts;
 
-    void clearParts();
-    void drawContourLines(const float *values, const float *z);
-    void drawAnnotated(Drawing &drawing);
-    void drawLabels(Drawing &drawing, float referenceLength);
-    void drawLines(const Drawing &drawing);
+    void drawContourLines(const float *values, const float *z, Parts &parts);
+    void drawAnnotated(Drawing &drawing, Parts &parts);
+    void drawLabels(Drawing &drawing, float referenceLength, Parts &parts) const;
+    void drawLines(const Drawing &drawing, Parts &parts) const;
     SoGroup *newLineGroup(const std::vector<Ppoint_list3> &lines, const std::vector<float> &values) const;
     bool isMajor(float isovalue) const;
 

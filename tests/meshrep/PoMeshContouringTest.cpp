@@ -23,6 +23,7 @@
 #include <Inventor/nodes/SoMatrixTransform.h>
 #include <Inventor/nodes/SoText3.h>
 #include <Inventor/nodes/SoTransform.h>
+#include <Inventor/sensors/SoFieldSensor.h>
 
 #include <gtest/gtest.h>
 
@@ -493,6 +494,43 @@ TEST(PoMeshContouring, BadInputHasADefinedResult) {
             EXPECT_TRUE(row.what != "one level" || isClipped == !scene.part("minorContourLine"))
                 << "none to cut";
         }
+}
+
+TEST(PoMeshContouring, ObjectsMayGoWhileThePartsAreSet) {
+    struct Objects {
+        std::unique_ptr<Hills> hills = std::make_unique<Hills>();
+        std::unique_ptr<PbLinearDataMapping> mapping = std::make_unique<PbLinearDataMapping>();
+        std::unique_ptr<PbIsovaluesList> levels = std::make_unique<PbIsovaluesList>();
+        std::unique_ptr<PbMiscTextAttr> text = std::make_unique<PbMiscTextAttr>();
+        std::unique_ptr<PbDomain> domain = std::make_unique<PbDomain>();
+    };
+    for (const char *part : GENERATED) {
+        SCOPED_TRACE(part);
+        Objects objects;
+        const test::Ref<PoMeshContouring> kit(new PoMeshContouring);
+        kit->setMesh(&objects.hills->grid);
+        kit->setDataMapping(objects.mapping.get());
+        kit->setIsovaluesList(objects.levels.get());
+        kit->setMiscTextAttr(objects.text.get());
+        kit->setDomain(objects.domain.get());
+        objects.domain->setDomain(0, 0, 1, 2, PbDomain::BBOX_AS_GIVEN);
+        kit->valuesIndex = 0;
+        kit->coloringType = PoMesh::COLOR_MAPPING;
+        kit->annotIsVisible = TRUE;
+        kit->annotIsBackground = TRUE;
+        kit->rebuild();
+        SoFieldSensor sensor(
+            [](void *data, SoSensor *) {
+                *static_cast<Objects *>(data) = {nullptr, nullptr, nullptr, nullptr, nullptr};
+            },
+            &objects);
+        sensor.setPriority(0);
+        sensor.attach(kit->getField(part));
+        kit->setUpdateMethod(PoBase::UPDATE_IMMEDIATE); // parts are set with the notification on
+        kit->touchKit();
+        EXPECT_EQ(objects.hills, nullptr);
+        EXPECT_EQ(kit->getMesh(), nullptr);
+    }
 }
 
 } // namespace
