@@ -4,6 +4,7 @@
 
 #include <oravane/PoDomain.h>
 #include <oravane/PoIsovaluesList.h>
+#include <oravane/PoMeshContouring.h>
 #include <oravane/PoMeshFilled.h>
 #include <oravane/PoMiscTextAttr.h>
 #include <oravane/PoNonLinearDataMapping2.h>
@@ -79,6 +80,18 @@ PoMeshFilled *newColorBands(PbMesh2D *mesh) {
     bands->coloringType = PoMesh::COLOR_CONTOURING;
     bands->set("appearance.lightModel { model BASE_COLOR }");
     return bands;
+}
+
+PoMeshContouring *newLabelledLines(PbMesh2D *mesh, int majorPeriod, float gap, float fontSize) {
+    auto *lines = new PoMeshContouring;
+    lines->setMesh(mesh);
+    lines->valuesIndex = 0;
+    lines->majorPeriod = static_cast<unsigned short>(majorPeriod);
+    lines->annotIsVisible = TRUE;
+    lines->annotIsContourClip = TRUE;
+    lines->annotGap = gap;
+    lines->annotFontSize = fontSize;
+    return lines;
 }
 
 void writePageAndPicture(oravane::Example &example, const std::string &name, SoNode *scene,

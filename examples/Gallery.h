@@ -12,6 +12,7 @@
 
 class PbMesh2D;
 class PoDataMapping;
+class PoMeshContouring;
 class PoMeshFilled;
 class SoNode;
 class SoSeparator;
@@ -42,6 +43,10 @@ void addContourAttributes(SoSeparator *scene, const SbBox2f &box, float min, flo
 
 /// The values 0 of a mesh in unlit colour bands.
 PoMeshFilled *newColorBands(PbMesh2D *mesh);
+
+/// The contour lines of the values 0 of a mesh, every `majorPeriod`-th of them with labels that the lines
+/// make way for. Gap and font size are factors of the domain's side.
+PoMeshContouring *newLabelledLines(PbMesh2D *mesh, int majorPeriod, float gap, float fontSize);
 
 /// Writes NAME.ps and, rendered headless in the same proportions, NAME.png.
 void writePageAndPicture(oravane::Example &example, const std::string &name, SoNode *scene,

@@ -59,14 +59,7 @@ int main(int argc, char **argv) {
 
         PoMeshFilled *bands = newColorBands(&bay);
         scene->addChild(bands);
-        auto *lines = new PoMeshContouring;
-        lines->setMesh(&bay);
-        lines->valuesIndex = 0;
-        lines->majorPeriod = 4;
-        lines->annotIsVisible = TRUE;
-        lines->annotIsContourClip = TRUE;
-        lines->annotGap = 0.2f;
-        lines->annotFontSize = 0.008f;
+        PoMeshContouring *lines = newLabelledLines(&bay, 4, 0.2f, 0.008f);
         lines->set("majorContourLineApp.material { diffuseColor 0.1 0.2 0.4 }"
                    "majorContourLineApp.drawStyle { lineWidth 1.5 }"
                    "minorContourLineApp.material { diffuseColor 0.35 0.5 0.65 }"

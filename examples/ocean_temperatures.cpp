@@ -56,16 +56,8 @@ int main(int argc, char **argv) {
         addContourAttributes(scene, box, -4.0f, 32.0f, 19);
 
         scene->addChild(newColorBands(&ocean));
-        auto *lines = new PoMeshContouring;
-        lines->setMesh(&ocean);
-        lines->valuesIndex = 0;
-        lines->majorPeriod = 2;
-        lines->firstMajor = 1;
-        lines->annotIsVisible = TRUE;
-        lines->annotIsContourClip = TRUE;
+        PoMeshContouring *lines = newLabelledLines(&ocean, 2, 0.2f, 0.01f);
         lines->annotCrossStatus = PoMeshContouring::DONT_CROSS_CONTOUR;
-        lines->annotGap = 0.2f;
-        lines->annotFontSize = 0.01f;
         lines->set("majorContourLineApp.material { diffuseColor 0.15 0.15 0.2 }"
                    "minorContourLineApp.material { diffuseColor 0.4 0.4 0.45 }"
                    "minorContourLineApp.drawStyle { lineWidth 0.6 }"

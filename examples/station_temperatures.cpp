@@ -46,16 +46,9 @@ PoDataMapping *newTemperatureColors() {
 }
 
 PoMeshContouring *newIsotherms(PbTriangleMesh2D &mesh) {
-    auto *lines = new PoMeshContouring;
-    lines->setMesh(&mesh);
-    lines->valuesIndex = 0;
-    lines->majorPeriod = 5;
+    PoMeshContouring *lines = newLabelledLines(&mesh, 5, 0.3f, 0.016f);
     lines->firstMajor = 5; // -18, -16, ... : 0 is the tenth
-    lines->annotIsVisible = TRUE;
-    lines->annotIsContourClip = TRUE;
     lines->annotCrossStatus = PoMeshContouring::CROSS_MINOR_CONTOUR;
-    lines->annotGap = 0.3f;
-    lines->annotFontSize = 0.016f;
     // Labels stay where there are many stations: off the oceans, and off the north.
     const SbVec2f polygon[] = {SbVec2f(-124 * EAST, 49), SbVec2f(-124 * EAST, 38), SbVec2f(-117 * EAST, 31),
                                SbVec2f(-97 * EAST, 25),  SbVec2f(-80 * EAST, 25),  SbVec2f(-74 * EAST, 38),

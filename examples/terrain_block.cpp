@@ -59,14 +59,7 @@ SoSeparator *newBlock(PbRegularCartesianGrid2D &terrain) {
 SoSeparator *newContourLines(PbRegularCartesianGrid2D &terrain) {
     SoSeparator *scene = newBlockScene();
     addContourAttributes(scene, terrain.getBoundingBox(), 600.0f, 2550.0f, 40);
-    auto *lines = new PoMeshContouring;
-    lines->setMesh(&terrain);
-    lines->valuesIndex = 0;
-    lines->majorPeriod = 4;
-    lines->annotIsVisible = TRUE;
-    lines->annotIsContourClip = TRUE;
-    lines->annotGap = 0.5f;
-    lines->annotFontSize = 0.018f;
+    PoMeshContouring *lines = newLabelledLines(&terrain, 4, 0.5f, 0.018f);
     lines->set("majorContourLineApp.material { diffuseColor 0.25 0.1 0 }"
                "majorContourLineApp.drawStyle { lineWidth 2 }"
                "minorContourLineApp.material { diffuseColor 0.45 0.27 0.12 }"

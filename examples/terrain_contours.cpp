@@ -16,15 +16,8 @@ int main(int argc, char **argv) {
         scene->addChild(newHeightColors());
         addContourAttributes(scene, terrain->getBoundingBox(), 600.0f, 2560.0f, 99);
 
-        auto *contours = new PoMeshContouring;
-        contours->setMesh(terrain.get());
-        contours->valuesIndex = 0;
-        contours->majorPeriod = 5;
-        contours->annotIsVisible = TRUE;
-        contours->annotIsContourClip = TRUE;
+        PoMeshContouring *contours = newLabelledLines(terrain.get(), 5, 0.35f, 0.014f);
         contours->annotCrossStatus = PoMeshContouring::CROSS_MINOR_CONTOUR;
-        contours->annotGap = 0.35f;
-        contours->annotFontSize = 0.014f;
         contours->set("majorContourLineApp.material { diffuseColor 0.45 0.25 0.1 }"
                       "majorContourLineApp.drawStyle { lineWidth 2 }"
                       "minorContourLineApp.material { diffuseColor 0.75 0.58 0.42 }"
