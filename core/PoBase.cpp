@@ -414,3 +414,13 @@ void PoConnectionBase::connect(PbBase *object) {
     m_object = object;
     m_kit->touchKit();
 }
+
+SoState *PoConnectionBase::traversalState() const {
+    return m_kit->isStateValid() ? m_kit->getState() : nullptr;
+}
+
+void PoConnectionBase::dependOn(int stackIndex) {
+    m_kit->addElementCache(stackIndex);
+    if (!m_kit->isStateValid() && !object())
+        m_kit->rebuildAtNextTraversal();
+}

@@ -1,7 +1,7 @@
 #include <oravane/PoParallelogram.h>
 
 #include "core/ClassTable.h"
-#include "core/FaceGroup.h"
+#include "core/ShapeGroup.h"
 
 #include <Inventor/nodes/SoGroup.h>
 

@@ -1,9 +1,11 @@
 #include <oravane/PoMeshContouring.h>
 
 #include "core/ClassTable.h"
+#include "core/ShapeGroup.h"
 #include "meshrep/CellColors.h"
 #include "meshrep/ContourLabels.h"
 #include "meshrep/FiniteRuns.h"
+#include "text/TextLayout.h"
 
 #include <oravane/PbDataMapping.h>
 #include <oravane/PbIsovaluesList.h>
@@ -44,21 +46,14 @@ void PoMeshContouring::initClass() {
         SO_KIT_INIT_CLASS(PoMeshContouring, PoMesh2D, "PoMesh2D");
 }
 
-// clang-format off
-#define ORAVANE_SHOWN_PART(part)                                                                             \
-    SO_KIT_ADD_CATALOG_ENTRY(part##Sep, SoSeparator, TRUE, alternateRep, , FALSE);                           \
-    SO_KIT_ADD_CATALOG_ENTRY(part##App, SoAppearanceKit, TRUE, part##Sep, , TRUE);                           \
-    SO_KIT_ADD_CATALOG_ENTRY(part, SoGroup, TRUE, part##Sep, , TRUE)
-// clang-format on
-
 PoMeshContouring::PoMeshContouring() {
     SO_KIT_CONSTRUCTOR(PoMeshContouring);
     SO_KIT_ADD_CATALOG_ENTRY(transform, SoMatrixTransform, TRUE, alternateRep, , TRUE);
-    ORAVANE_SHOWN_PART(majorContourLine);
-    ORAVANE_SHOWN_PART(minorContourLine);
-    ORAVANE_SHOWN_PART(annotBackground);
-    ORAVANE_SHOWN_PART(annotBackgroundBorder);
-    ORAVANE_SHOWN_PART(annotText);
+    ORAVANE_SHOWN_PART(majorContourLine, SoGroup, FALSE);
+    ORAVANE_SHOWN_PART(minorContourLine, SoGroup, FALSE);
+    ORAVANE_SHOWN_PART(annotBackground, SoGroup, FALSE);
+    ORAVANE_SHOWN_PART(annotBackgroundBorder, SoGroup, FALSE);
+    ORAVANE_SHOWN_PART(annotText, SoGroup, FALSE);
     SO_KIT_ADD_FIELD(majorPeriod, (3));
     SO_KIT_ADD_FIELD(firstMajor, (1));
     SO_KIT_ADD_FIELD(annotIsVisible, (FALSE));
@@ -89,8 +84,6 @@ PoMeshContouring::PoMeshContouring() {
     set("annotBackgroundApp.lightModel", "model BASE_COLOR");
 }
 
-#undef ORAVANE_SHOWN_PART
-
 PoMeshContouring::~PoMeshContouring() = default;
 
 void PoMeshContouring::setFormat(PbNumericDisplayFormat *format) {
@@ -102,30 +95,22 @@ void PoMeshContouring::setMiscTextAttr(PbMiscTextAttr *attributes) {
 }
 
 const PbNumericDisplayFormat *PoMeshContouring::getFormat() const {
-    static const PbNumericDisplayFormat defaultFormat;
-    if (m_format.get())
-        return m_format.get();
-    return isStateValid() ? PoNumericDisplayFormatElement::get(getState()) : &defaultFormat;
+    return m_format.inForce();
 }
 
 const PbMiscTextAttr *PoMeshContouring::getMiscTextAttr() const {
-    static const PbMiscTextAttr defaultAttributes;
-    if (m_miscTextAttr.get())
-        return m_miscTextAttr.get();
-    return isStateValid() ? PoMiscTextAttrElement::get(getState()) : &defaultAttributes;
+    return m_miscTextAttr.inForce();
 }
 
 void PoMeshContouring::preRebuild() {
     PoMesh2D::preRebuild();
     addColoringElements();
     addElementCache(PoIsovaluesListElement::getClassStackIndex());
-    bool isAllGiven = getIsovaluesList() != nullptr;
     if (annotIsVisible.getValue()) {
-        addElementCache(PoMiscTextAttrElement::getClassStackIndex());
-        addElementCache(PoNumericDisplayFormatElement::getClassStackIndex());
-        isAllGiven = isAllGiven && m_format.get() && m_miscTextAttr.get();
+        m_miscTextAttr.addToCache();
+        m_format.addToCache();
     }
-    if (!isStateValid() && !isAllGiven)
+    if (!isStateValid() && !getIsovaluesList())
         rebuildAtNextTraversal();
 }
 
@@ -133,8 +118,8 @@ void PoMeshContouring::addElementsAllCaches() {
     PoMesh2D::addElementsAllCaches();
     PoIsovaluesListElement::get(getState());
     PoDataMappingElement::get(getState());
-    PoMiscTextAttrElement::get(getState());
-    PoNumericDisplayFormatElement::get(getState());
+    m_miscTextAttr.readElement();
+    m_format.readElement();
 }
 
 void PoMeshContouring::setDefaultOnNonWritingFields() {
@@ -463,22 +448,11 @@ private:
 /// One shape over the given corners of all labels.
 template <class Shape>
 SoGroup *newBoxes(std::span<const ContourLabel> labels, std::initializer_list<int> corners) {
-    auto *coordinates = new SoCoordinate3;
-    auto *shape = new Shape;
-    const int perLabel = static_cast<int>(corners.size());
-    coordinates->point.setNum(perLabel * static_cast<int>(labels.size()));
-    shape->numVertices.setNum(static_cast<int>(labels.size()));
-    SbVec3f *point = coordinates->point.startEditing();
+    std::vector<SbVec3f> points;
     for (const ContourLabel &label : labels)
         for (const int corner : corners)
-            *point++ = vectorOf(label.box[corner]);
-    coordinates->point.finishEditing();
-    std::fill_n(shape->numVertices.startEditing(), labels.size(), perLabel);
-    shape->numVertices.finishEditing();
-    auto *group = new SoGroup;
-    group->addChild(coordinates);
-    group->addChild(shape);
-    return group;
+            points.push_back(vectorOf(label.box[corner]));
+    return oravane::newUniformShapeGroup<Shape>(points, corners.size());
 }
 
 } // namespace
@@ -562,10 +536,7 @@ void PoMeshContouring::drawLabels(Drawing &drawing, float referenceLength, Parts
         parts.annotBackground = newBoxes<SoFaceSet>(labels.all(), {0, 1, 2, 3});
         parts.annotBackgroundBorder = newBoxes<SoLineSet>(labels.all(), {0, 1, 1, 2, 2, 3, 3, 0});
     }
-    auto *font = new SoFont;
-    font->name = getMiscTextAttr()->getFontName().getString();
-    font->size = fontSize;
-    parts.font = font;
+    parts.font = oravane::newFont(getMiscTextAttr()->getFontName(), fontSize);
     auto *group = new SoGroup;
     for (const ContourLabel &label : labels.all())
         texts.build(label, group);

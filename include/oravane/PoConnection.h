@@ -5,6 +5,7 @@
 
 class PbBase;
 class PoBase;
+class SoState;
 
 /// A kit's pointer to a basic object that it does not own; see `PoConnection`.
 class ORAVANE_API PoConnectionBase {
@@ -20,6 +21,12 @@ protected:
     void connect(PbBase *object);
     /// Null also from the start of the object's deletion on.
     PbBase *object() const;
+
+    /// Of the traversal that the kit is in; null outside of one.
+    SoState *traversalState() const;
+    /// The kit's rebuild under way depends on an element of the state, which it may need where there is no
+    /// object.
+    void dependOn(int stackIndex);
 
 private:
     friend class PoBase;

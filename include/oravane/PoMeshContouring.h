@@ -1,7 +1,9 @@
 #ifndef ORAVANE_POMESHCONTOURING_H
 #define ORAVANE_POMESHCONTOURING_H
 
+#include <oravane/PoAttributeConnection.h>
 #include <oravane/PoMesh2D.h>
+#include <oravane/PoShownPart.h>
 
 #include <Inventor/fields/SoMFVec2f.h>
 #include <Inventor/fields/SoSFBool.h>
@@ -46,21 +48,11 @@ class PbNumericDisplayFormat;
 class ORAVANE_API PoMeshContouring : public PoMesh2D {
     SO_KIT_HEADER(PoMeshContouring);
     SO_KIT_CATALOG_ENTRY_HEADER(transform);
-    SO_KIT_CATALOG_ENTRY_HEADER(majorContourLineSep);
-    SO_KIT_CATALOG_ENTRY_HEADER(majorContourLineApp);
-    SO_KIT_CATALOG_ENTRY_HEADER(majorContourLine);
-    SO_KIT_CATALOG_ENTRY_HEADER(minorContourLineSep);
-    SO_KIT_CATALOG_ENTRY_HEADER(minorContourLineApp);
-    SO_KIT_CATALOG_ENTRY_HEADER(minorContourLine);
-    SO_KIT_CATALOG_ENTRY_HEADER(annotBackgroundSep);
-    SO_KIT_CATALOG_ENTRY_HEADER(annotBackgroundApp);
-    SO_KIT_CATALOG_ENTRY_HEADER(annotBackground);
-    SO_KIT_CATALOG_ENTRY_HEADER(annotBackgroundBorderSep);
-    SO_KIT_CATALOG_ENTRY_HEADER(annotBackgroundBorderApp);
-    SO_KIT_CATALOG_ENTRY_HEADER(annotBackgroundBorder);
-    SO_KIT_CATALOG_ENTRY_HEADER(annotTextSep);
-    SO_KIT_CATALOG_ENTRY_HEADER(annotTextApp);
-    SO_KIT_CATALOG_ENTRY_HEADER(annotText);
+    ORAVANE_SHOWN_PART_HEADER(majorContourLine);
+    ORAVANE_SHOWN_PART_HEADER(minorContourLine);
+    ORAVANE_SHOWN_PART_HEADER(annotBackground);
+    ORAVANE_SHOWN_PART_HEADER(annotBackgroundBorder);
+    ORAVANE_SHOWN_PART_HEADER(annotText);
 
 public:
     enum AnnotPath : int {
@@ -114,8 +106,8 @@ private:
     SoGroup *newLineGroup(const std::vector<Ppoint_list3> &lines, const std::vector<float> &values) const;
     bool isMajor(float isovalue) const;
 
-    PoConnection<PbNumericDisplayFormat> m_format{this};
-    PoConnection<PbMiscTextAttr> m_miscTextAttr{this};
+    PoNumericFormatConnection m_format{this};
+    PoMiscTextAttrConnection m_miscTextAttr{this};
 };
 
 #endif

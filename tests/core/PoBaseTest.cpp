@@ -6,7 +6,7 @@
 #include <oravane/PoRectangle.h>
 
 #include "TestScene.h"
-#include "meshrep/Drawn.h"
+#include "Drawn.h"
 
 #include <Inventor/SbVec2f.h>
 #include <Inventor/SoPickedPoint.h>

@@ -4,7 +4,7 @@
 #include <oravane/PoRectangle.h>
 
 #include "TestScene.h"
-#include "meshrep/Drawn.h"
+#include "Drawn.h"
 
 #include <Inventor/nodes/SoIndexedTriangleStripSet.h>
 #include <Inventor/nodes/SoLineSet.h>

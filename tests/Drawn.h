@@ -1,9 +1,8 @@
-#ifndef ORAVANE_TESTS_MESHREP_DRAWN_H
-#define ORAVANE_TESTS_MESHREP_DRAWN_H
+#ifndef ORAVANE_TESTS_DRAWN_H
+#define ORAVANE_TESTS_DRAWN_H
 
 #include "TestScene.h"
 
-#include <oravane/PbMesh2D.h>
 #include <oravane/PoBase.h>
 
 #include <Inventor/SbColor.h>
@@ -90,14 +89,18 @@ inline Drawn drawnBy(SoNode *root) {
     return drawn;
 }
 
-/// A kit of its own mesh in a scene, and a count of its rebuilds.
+/// A kit in a scene, and a count of its rebuilds.
 template <class Kit>
 struct KitScene {
-    explicit KitScene(PbMesh2D *mesh) : root(new SoSeparator), kit(new Kit) {
+    KitScene() : root(new SoSeparator), kit(new Kit) {
         root->addChild(kit);
+        kit->addPostRebuildCallback([](void *count, PoBase *) { ++*static_cast<int *>(count); }, &rebuilds);
+    }
+    /// Of a kit with a mesh of its own.
+    template <class Mesh>
+    explicit KitScene(Mesh *mesh) : KitScene() {
         kit->setMesh(mesh);
         kit->valuesIndex = 0;
-        kit->addPostRebuildCallback([](void *count, PoBase *) { ++*static_cast<int *>(count); }, &rebuilds);
     }
     KitScene(const KitScene &) = delete;
 
