@@ -1,6 +1,9 @@
 #include "core/ClassTable.h"
 
+#include <oravane/PoAxis.h>
 #include <oravane/PoBase.h>
+#include <oravane/PoBaseAxis.h>
+#include <oravane/PoCartesianAxis.h>
 #include <oravane/PoDataMapping.h>
 #include <oravane/PoDataMappingElement.h>
 #include <oravane/PoDateFormatMapping.h>
@@ -8,9 +11,11 @@
 #include <oravane/PoDebugError.h>
 #include <oravane/PoDomain.h>
 #include <oravane/PoDomainElement.h>
+#include <oravane/PoGenAxis.h>
 #include <oravane/PoIsovaluesList.h>
 #include <oravane/PoIsovaluesListElement.h>
 #include <oravane/PoKestrava.h>
+#include <oravane/PoLinearAxis.h>
 #include <oravane/PoLinearDataMapping.h>
 #include <oravane/PoMeshContouring.h>
 #include <oravane/PoMeshElement.h>
@@ -48,10 +53,9 @@ const ClassInitializer toolkitNodes[] = {
 };
 
 const ClassInitializer graphicsKits[] = {
-    &PoKestrava::initClass,
-    &PoRectangle::initClass,
-    &PoParallelogram::initClass,
-    &PoParallelogram3::initClass,
+    &PoKestrava::initClass,       &PoRectangle::initClass,  &PoParallelogram::initClass,
+    &PoParallelogram3::initClass, &PoBaseAxis::initClass,   &PoAxis::initClass,
+    &PoCartesianAxis::initClass,  &PoLinearAxis::initClass, &PoGenAxis::initClass,
 };
 
 const ClassInitializer dataKits[] = {
