@@ -1,5 +1,6 @@
 #include "axes/DateGraduations.h"
 
+#include "axes/AxisLabels.h"
 #include "axes/LinearGraduations.h"
 #include "text/DateTime.h"
 
@@ -10,6 +11,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 namespace oravane {
 
@@ -200,7 +202,7 @@ std::string labelOf(const PiDate &date, const DateLevel &level, PiDate::Language
     std::string label = level.prefix;
     for (const DateElement &element : level.elements)
         label += getStringDate(date, element, language, format) + element.suffix;
-    return label;
+    return limitedLabel(std::move(label));
 }
 
 } // namespace

@@ -370,21 +370,25 @@ void PoAxis::drawBody(float start, float end, Parts &parts) {
     buildArrow(start, end, parts.arrow);
 }
 
+void PoAxis::drawTicks(std::span<const float> coords, float length, SoGroup *&ticks, SoGroup *&gridLines) {
+    const auto count = static_cast<int>(coords.size());
+    ticks = new SoGroup;
+    gridLines = new SoGroup;
+    buildTick(count, coords.data(), length, ticks);
+    buildGridLines(count, coords.data(), gridLines);
+}
+
 void PoAxis::drawGraduations(int numGrads, std::span<const std::string> mainLabels, Parts &parts) {
-    const auto numMain = static_cast<int>(m_mainCoords.size()), numSub = static_cast<int>(m_subCoords.size());
     std::vector<const char *> strings;
     for (const std::string &label : mainLabels)
         strings.push_back(label.c_str());
     float mainLength = 0, subLength = 0;
     computeTickLen(numGrads, mainLength, subLength);
-    for (SoGroup **group : {&parts.subGradTick, &parts.subGradGrid, &parts.mainGradTick, &parts.mainGradGrid,
-                            &parts.mainGradText})
-        *group = new SoGroup;
-    buildTick(numSub, m_subCoords.data(), subLength, parts.subGradTick);
-    buildGridLines(numSub, m_subCoords.data(), parts.subGradGrid);
-    buildTick(numMain, m_mainCoords.data(), mainLength, parts.mainGradTick);
-    buildGridLines(numMain, m_mainCoords.data(), parts.mainGradGrid);
-    buildGrads(numMain, m_mainCoords.data(), strings.data(), parts.mainGradText);
+    drawTicks(m_subCoords, subLength, parts.subGradTick, parts.subGradGrid);
+    drawTicks(m_mainCoords, mainLength, parts.mainGradTick, parts.mainGradGrid);
+    parts.mainGradText = new SoGroup;
+    buildGrads(static_cast<int>(m_mainCoords.size()), m_mainCoords.data(), strings.data(),
+               parts.mainGradText);
     parts.gradFont = newGradFont();
 }
 

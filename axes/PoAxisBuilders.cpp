@@ -125,14 +125,18 @@ void PoAxis::buildGrads(int n, const float *coords, const char *const *strings, 
         m_attr.grad.fontSize = 0;
         return;
     }
+    buildGradRow(effectivePath(m_attr.grad.path), true, n, coords, strings, group);
+}
+
+void PoAxis::buildGradRow(TextPath path, bool isFirstRow, int n, const float *coords,
+                          const char *const *strings, SoGroup *group) {
     PiText text;
     prepareText(text, m_attr.grad.fontName, group);
-    setPathAndSide(text, effectivePath(m_attr.grad.path),
-                   m_attr.grad.position == GRAD_ABOVE ? TextSide::Above : TextSide::Below);
+    setPathAndSide(text, path, m_attr.grad.position == GRAD_ABOVE ? TextSide::Above : TextSide::Below);
     const float size = gradFontSizeInForce(text, n, coords, strings);
     m_attr.grad.fontSize = size / m_attr.scaleAlong;
     text.setFontSize(size);
-    const float y = gradBaseline(size);
+    const float y = gradBaseline(size, isFirstRow);
     for (int i = 0; i < n; ++i)
         buildLabel(text, coords[i], y, strings[i]);
 }
@@ -160,13 +164,14 @@ float PoAxis::gradFontSizeInForce(const PiText &text, int n, const float *coords
 }
 
 /// Where the texts begin, beyond all that is drawn so far or as far from the axis as wanted.
-float PoAxis::gradBaseline(float size) {
+float PoAxis::gradBaseline(float size, bool isFirstRow) {
     const bool isAbove = m_attr.grad.position == GRAD_ABOVE;
-    if (m_attr.grad.distAxis != 0)
+    if (isFirstRow && m_attr.grad.distAxis != 0)
         return (isAbove ? 1.0f : -1.0f) * m_attr.grad.distAxis * m_attr.scaleAlong;
     const float y =
         isAbove ? m_attr.limit.ymax + kCapitalHeight * size : m_attr.limit.ymin - kCapitalHeight * size;
-    m_attr.grad.distAxis = y / m_attr.scaleAlong;
+    if (isFirstRow)
+        m_attr.grad.distAxis = y / m_attr.scaleAlong;
     return y;
 }
 

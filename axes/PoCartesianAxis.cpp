@@ -1,5 +1,6 @@
 #include <oravane/PoCartesianAxis.h>
 
+#include "axes/AxisPlacement.h"
 #include "core/ClassTable.h"
 
 #include <Inventor/nodes/SoMatrixTransform.h>
@@ -35,47 +36,12 @@ PoCartesianAxis::Type PoCartesianAxis::typeInForce() const {
     return value >= XY && value <= ZY ? static_cast<Type>(value) : XY;
 }
 
-namespace {
-
-/// Where the local x and y axes of an axis type point, as indices of world axes.
-struct Orientation {
-    int along, across;
-    float acrossSign;
-};
-
-constexpr Orientation kOrientations[] = {
-    {0, 1, 1},  // XY
-    {0, 2, 1},  // XZ
-    {1, 0, -1}, // YX
-    {1, 2, 1},  // YZ
-    {2, 0, 1},  // ZX
-    {2, 1, -1}, // ZY
-};
-
-} // namespace
-
-// Written down rather than multiplied from quarter turns, which would leave rounding in the zeros. Local x
-// stays a coordinate along the axis, so nothing moves in that direction; local z completes a right-handed
-// frame.
 void PoCartesianAxis::computeTransfo(const SbVec3f &origin, SoMatrixTransform *placement, float &scaleAlong,
                                      float &scalePerpendicular) {
-    const Orientation &place = kOrientations[typeInForce()];
-    const PbDomain &domain = *getDomain();
-    const float size[] = {domain.getDeltaX(), domain.getDeltaY(), domain.getDeltaZ()};
-    scaleAlong = size[place.along];
-    scalePerpendicular = size[place.across];
-    SbVec3f along(0, 0, 0), across(0, 0, 0);
-    along[place.along] = 1;
-    across[place.across] = place.acrossSign;
-    const SbVec3f normal = along.cross(across);
-    SbMatrix matrix = SbMatrix::identity();
-    for (int k = 0; k < 3; ++k) {
-        matrix[0][k] = along[k];
-        matrix[1][k] = across[k] * (k == place.across ? scalePerpendicular / scaleAlong : 1);
-        matrix[2][k] = normal[k];
-        matrix[3][k] = k == place.along ? 0 : origin[k];
-    }
-    placement->matrix = matrix;
+    const oravane::AxisPlacement place = oravane::axisPlacement(typeInForce(), origin, *getDomain());
+    scaleAlong = place.scaleAlong;
+    scalePerpendicular = place.scalePerpendicular;
+    placement->matrix = place.matrix;
 }
 
 bool PoCartesianAxis::startRebuild(Parts &parts, float &from, float &to) {
@@ -83,7 +49,7 @@ bool PoCartesianAxis::startRebuild(Parts &parts, float &from, float &to) {
     saveAxisAttr();
     setDefaultAttr(orientation);
     const SbVec3f origin = start.getValue();
-    from = origin[kOrientations[orientation].along];
+    from = origin[orientation / 2]; // two types to a direction
     to = end.getValue();
     m_mainCoords.clear();
     m_subCoords.clear();

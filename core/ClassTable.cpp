@@ -32,6 +32,7 @@
 #include <oravane/PoParallelogram.h>
 #include <oravane/PoParallelogram3.h>
 #include <oravane/PoRectangle.h>
+#include <oravane/PoTimeAxis.h>
 #include <oravane/PoVolundra.h>
 #include <oravane/SoAnnoText3.h>
 #include <oravane/SoAnnoText3Property.h>
@@ -56,6 +57,7 @@ const ClassInitializer graphicsKits[] = {
     &PoKestrava::initClass,       &PoRectangle::initClass,  &PoParallelogram::initClass,
     &PoParallelogram3::initClass, &PoBaseAxis::initClass,   &PoAxis::initClass,
     &PoCartesianAxis::initClass,  &PoLinearAxis::initClass, &PoGenAxis::initClass,
+    &PoTimeAxis::initClass,
 };
 
 const ClassInitializer dataKits[] = {

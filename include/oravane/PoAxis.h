@@ -228,6 +228,10 @@ protected:
     std::vector<std::string> computeGradList(float start, float end, float step,
                                              std::span<const float> coords,
                                              std::span<const std::string> labels);
+    /// The texts of a row of graduations. Those of rows behind the first one stand beyond all that is drawn,
+    /// whatever the distance wanted. The first row settles the font size.
+    void buildGradRow(TextPath path, bool isFirstRow, int n, const float *coords, const char *const *strings,
+                      SoGroup *group);
     void buildTitle(float start, float end, SoGroup *group);
     /// A power of ten beyond `to`, seen from `from`. A `distAxis` of 0 is settled.
     void buildMultFactorAtExtr(int tenPower, float from, float to, float &distAxis, SoGroup *group);
@@ -237,6 +241,8 @@ protected:
     void drawBody(float start, float end, Parts &parts);
     /// Ticks, grid lines and texts of `numGrads` graduations that `computeGradList` has divided.
     void drawGraduations(int numGrads, std::span<const std::string> mainLabels, Parts &parts);
+    /// Groups of ticks and grid lines.
+    void drawTicks(std::span<const float> coords, float length, SoGroup *&ticks, SoGroup *&gridLines);
     void drawTitle(float start, float end, Parts &parts);
     void setParts(const Parts &parts);
 
@@ -268,7 +274,7 @@ private:
                      float size);
     float gradFontSizeInForce(const PiText &text, int n, const float *coords,
                               const char *const *strings) const;
-    float gradBaseline(float size);
+    float gradBaseline(float size, bool isFirstRow);
 
     PoMiscTextAttrConnection m_miscTextAttr{this};
 };
