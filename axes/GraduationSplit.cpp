@@ -46,11 +46,11 @@ std::vector<float> partsOfMain(const TickRule &rule, const Stretch &inside, std:
 std::vector<float> partsOfStep(const TickRule &rule, float start, float end, float step, float main) {
     std::vector<float> sub;
     const Stretch inside(start, end);
-    const auto isWithin = [&](float c) { return c > inside.low && c < inside.high; };
+    // The multiples around the stretch, or its ends where they are multiples.
     float a = std::trunc(start / step) * step, b = std::trunc(end / step) * step;
-    if (isWithin(a))
+    if (end > start ? a > start : a < start)
         a -= step;
-    if (isWithin(b))
+    if (end > start ? b < end : b > end)
         b += step;
     float d = (b - a) / static_cast<float>(rule.count + 1);
     if (a != start && b != end)
