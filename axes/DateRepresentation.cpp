@@ -93,8 +93,10 @@ private:
     }
 
     Token string() {
+        if (!m_separator || peek() != '\'')
+            return {Token::Error};
         const std::size_t close = m_text.find('\'', m_at + 1);
-        if (!m_separator || peek() != '\'' || close == std::string_view::npos)
+        if (close == std::string_view::npos)
             return {Token::Error};
         Token token{Token::String, m_text.substr(m_at + 1, close - m_at - 1)};
         m_at = close + 1;

@@ -45,26 +45,27 @@ struct DateGraduations;
 /// years): then elements finer than the unit go, and one for the unit comes first where there is none.
 ///
 /// Of several representations the one serves whose step on level 0 comes closest to a twelfth of the span;
-/// or, with `timesPeriod`, a list of one span less, "6 HOU 10 DAY", the first for spans up to the shortest,
-/// and so on. Spans are compared in days, hours, minutes and seconds as a difference of dates has them: write
-/// 31 DAY and not 1 MON, which is more than any span; 2 HOU and not 120 MIN, which is less than an hour and a
-/// half... of such, only the hours count. A description that cannot be read, or a wrong number of spans,
-/// leaves the automatic levels.
+/// those without a unit on level 0 do not take part, and when none has one all is automatic. With
+/// `timesPeriod`, a list of one span less ("6 HOU 10 DAY"), the first serves up to the shortest span, and so
+/// on. Spans are compared member by member with the difference of the dates, which counts days, hours,
+/// minutes and seconds: write 31 DAY rather than MON or YEA, which no difference exceeds, and 2 HOU rather
+/// than 120 MIN. A description that cannot be read, or a wrong number of spans, leaves the automatic levels.
 ///
-/// Graduations: seconds, minutes and hours at multiples of the step; days at midnight, months and years at
-/// their first day; from a start that is in the first hour, day or day of its unit on, at that time of day.
-/// Seconds of an axis of 5 seconds and less have decimals. A level that would begin outside of the axis has
-/// one label, for the start, in the middle; one with more than 100 000 graduations, or a step below a whole
-/// unit, has none. Labels longer than 99 bytes are cut.
+/// Graduations: seconds, minutes and hours at multiples of the step; days at midnight, months at their first
+/// day, years at the first of January. An axis that starts in the hour 0, on a day 1 or on 1 January has the
+/// first graduation in days, months or years at its start, and all others at that time of day. Seconds have
+/// decimals on an axis of 5 seconds and less. A level that would begin outside of the axis has one label, for
+/// the start, in the middle; one of more than 100 000 graduations, or with a step of no whole unit, has none.
+/// Labels longer than 99 bytes are cut.
 ///
-/// Labels are made from dates in double precision, coordinates are single: `PbDateFormatMapping` tells where
-/// these stop to tell seconds apart. Between the same two coordinates labels stay right, and their ticks move
-/// to the nearest coordinate; where start and end get the same one there is no axis to draw. Margins take
-/// dates off the ends that are as round as their coordinates allow.
+/// Labels are made from dates; coordinates are single precision, and `PbDateFormatMapping` says where they
+/// stop to tell seconds apart. Beyond, labels stay right and ticks move to the nearest coordinate; where
+/// start and end share one there is no axis to draw. With margins the first and the last date are those at
+/// the coordinates, as round as these allow.
 ///
-/// Only level 0 has ticks and grid lines, and no sub ticks; all graduations are main ones, and
-/// `gradAddString` is not added. All levels have the font size that suits level 0, and `gradDistAxis` is that
-/// of level 0. `PATH_UP` and `PATH_DOWN` stay under reversal.
+/// Only level 0 has ticks and grid lines. All its graduations are main ones, and `gradAddString` is not
+/// added. All levels have the font size that suits level 0, and `gradDistAxis` is its distance. Paths up and
+/// down stay what they are under `AXIS_REVERSE`.
 class ORAVANE_API PoTimeAxis : public PoAxis {
     SO_KIT_HEADER(PoTimeAxis);
 

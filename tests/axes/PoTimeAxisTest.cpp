@@ -1,0 +1,2 @@
+#include <oravane/PoTimeAxis.h>
+TEST_PLACEHOLDER
