@@ -23,26 +23,17 @@ struct Row {
 
 TEST(LinearGraduations, AreRound) {
     const Row rows[] = {
-        {0, 10, 0, false, 1, 0, 11},
-        {0, 100, 0, false, 20, 0, 6},
-        {0, 45, 0, false, 5, 0, 10},
-        {0, 47, 0, false, 5, 0, 10},
-        {0, 50, 0, false, 10, 0, 6},
-        {10, 0, 0, false, -1, 10, 11},
-        {0, 38, 0, false, 4, 0, 10},
-        {0, 28, 0, false, 3, 0, 10},
-        {0, 1, 0, false, 0.2f, 0, 6},
-        {0, 0.1f, 0, false, 0.02f, 0, 6},
+        {0, 10, 0, false, 1, 0, 11},           {0, 100, 0, false, 20, 0, 6},
+        {0, 45, 0, false, 5, 0, 10},           {0, 47, 0, false, 5, 0, 10},
+        {0, 50, 0, false, 10, 0, 6},           {10, 0, 0, false, -1, 10, 11},
+        {0, 38, 0, false, 4, 0, 10},           {0, 28, 0, false, 3, 0, 10},
+        {0, 1, 0, false, 0.2f, 0, 6},          {0, 0.1f, 0, false, 0.02f, 0, 6},
         {0, 0.01f, 0, false, 0.002f, 0, 5}, // sums of single precision pass the end    {0, 15000, 0, false,
                                             // 2000, 0, 8},
-        {-12, 31, 0, false, 5, -10, 9},
-        {31, -12, 0, false, -5, 30, 9},
-        {0.3f, 2, 0.5f, false, 0.5f, 0.5f, 4},
-        {0.3f, 2, 0.5f, true, 0.5f, 0.3f, 4},
-        {2, 0.3f, 0.5f, true, -0.5f, 2, 4},
-        {2, 0.3f, 0.5f, false, -0.5f, 2, 4},
-        {0, 10, -4, false, 4, 0, 3},
-        {0, 10, NOT_A_NUMBER, false, 1, 0, 11},
+        {-12, 31, 0, false, 5, -10, 9},        {31, -12, 0, false, -5, 30, 9},
+        {0.3f, 2, 0.5f, false, 0.5f, 0.5f, 4}, {0.3f, 2, 0.5f, true, 0.5f, 0.3f, 4},
+        {2, 0.3f, 0.5f, true, -0.5f, 2, 4},    {2, 0.3f, 0.5f, false, -0.5f, 2, 4},
+        {0, 10, -4, false, 4, 0, 3},           {0, 10, NOT_A_NUMBER, false, 1, 0, 11},
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(testing::Message() << row.start << " to " << row.end << " by " << row.wanted);
