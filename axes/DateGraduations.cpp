@@ -226,6 +226,8 @@ DateGraduations getGradList(const DateAxis &axis, const DateLevel &level,
         result.coords.push_back(mapping.getCoordinateP(date));
         result.labels.push_back(labelOf(date, level, axis.language, format));
     }
+    if (std::adjacent_find(result.coords.begin(), result.coords.end()) != result.coords.end())
+        return {};
     return result;
 }
 

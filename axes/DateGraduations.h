@@ -32,8 +32,8 @@ struct DateGraduations {
 PiDate getFirstDateGrad(const DateAxis &axis, const DateLevel &level, PiNumericFormat &secondsFormat);
 
 /// The graduations of a level, at the coordinates of their dates. When the first one lies outside of the axis
-/// there is one label, for the start, in the middle. There are none when the step leads nowhere, or when they
-/// would be more than `kMaxGraduations`.
+/// there is one label, for the start, in the middle. There are none when the step leads nowhere or is lost in
+/// the rounding of the coordinates, or when they would be more than `kMaxGraduations`.
 DateGraduations getGradList(const DateAxis &axis, const DateLevel &level, const PbDateFormatMapping &mapping);
 
 /// One element of a label, without its suffix.

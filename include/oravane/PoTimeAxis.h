@@ -58,10 +58,10 @@ struct DateGraduations;
 /// the start, in the middle; one of more than 100 000 graduations, or with a step of no whole unit, has none.
 /// Labels longer than 99 bytes are cut.
 ///
-/// Labels are made from dates; coordinates are single precision, and `PbDateFormatMapping` says where they
-/// stop to tell seconds apart. Beyond, labels stay right and ticks move to the nearest coordinate; where
-/// start and end share one there is no axis to draw. With margins the first and the last date are those at
-/// the coordinates, as round as these allow.
+/// Labels are made from dates, and are right however long the axis is; coordinates are single precision, and
+/// `PbDateFormatMapping` says where they stop to tell seconds apart. A level whose step is lost there has no
+/// graduations, and where start and end share a coordinate there is no axis to draw. With margins the first
+/// and the last date are those at the coordinates, as round as these allow.
 ///
 /// Only level 0 has ticks and grid lines. All its graduations are main ones, and `gradAddString` is not
 /// added. All levels have the font size that suits level 0, and `gradDistAxis` is its distance. Paths up and

@@ -138,7 +138,7 @@ TEST(DateGraduations, AutomaticOnesAreRoundReadableAndAllThere) {
         }
 }
 
-TEST(DateGraduations, DatesBetweenAreAsRoundAsTheirCoordinate) {
+TEST(DateGraduations, StayRightWhereCoordinatesAreRounded) {
     const DateAxis axis = axisOf("1965 1 1 0 0 0", "1965 1 2 0 0 0");
     PbDateFormatMapping mapping("1-01-70", "2-01-70", 0, 1, "dmy"); // before its dates
     const auto between = [&](double part) {
@@ -151,6 +151,13 @@ TEST(DateGraduations, DatesBetweenAreAsRoundAsTheirCoordinate) {
     EXPECT_EQ(between(-2), dateOf("1964 12 30 0 0 0")) << "back over the start of a year";
     EXPECT_EQ(between(-366 * 60), dateOf("1904 11 17 0 0 0"));
     EXPECT_EQ(between(std::nan("")), axis.start);
+    // Seen from 1958, coordinates near 2020 are two minutes apart.
+    const DateAxis night = axisOf("2019 12 31 23 30 0", "2020 1 1 0 30 0");
+    mapping.setDateMappingP(dateOf("1958 1 1 0 0 0"), night.end, 0, 22645);
+    EXPECT_EQ(joined(oravane::getGradList(night, levelOf("5 MIN m"), mapping)),
+              "30 35 40 45 50 55 0 5 10 15 20 25 30");
+    EXPECT_EQ(joined(oravane::getGradList(night, levelOf("1 MIN m"), mapping)), "");
+    EXPECT_EQ(oravane::dateBetween(night.start, night.end, 0.4999, mapping), dateOf("2020 1 1 0 0 0"));
     for (const double far : {1e300, -1e300})
         EXPECT_GT(std::abs(between(far).year), 1000000);
 }
