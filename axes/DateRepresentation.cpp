@@ -32,7 +32,7 @@ bool isDigit(char c) {
 /// Cuts a text into tokens.
 class Scanner {
 public:
-    /// With strings, elements and separators, or without.
+    /// With strings, elements, separators and negative numbers, or without.
     Scanner(std::string_view text, std::optional<char> separator) : m_text(text), m_separator(separator) {}
 
     Token next() {
@@ -61,7 +61,7 @@ private:
     }
 
     Token number() {
-        const std::size_t sign = peek() == '+' || peek() == '-' ? 1 : 0;
+        const std::size_t sign = peek() == '+' || (m_separator && peek() == '-') ? 1 : 0;
         std::size_t end = sign;
         while (isDigit(peek(end)))
             ++end;
@@ -214,7 +214,7 @@ std::optional<DateList> parseDateList(std::string_view text, int &error) {
     do {
         const auto number = parser.take(Token::Number);
         const auto unit = parser.take(Token::Unit);
-        if (!unit || (number && std::signbit(number->number)))
+        if (!unit)
             break;
         list.emplace_back(number ? number->number : 1, static_cast<PiDate::StepType>(unit->value));
         if (parser.sees(Token::End)) {
@@ -433,19 +433,21 @@ DateRepresentation completed(DateRepresentation levels, const TimeSpan &span) {
 /// A twelfth of the span in seconds, in whole units of a part that suits its size.
 double wantedStepSeconds(const TimeSpan &span) {
     const PiDate &delta = span.delta;
-    const auto twelfth = [](std::int64_t total, std::int64_t unit) {
-        return static_cast<double>(total / 12 * unit);
-    };
+    if (delta.day == 0 && delta.hour == 0 && delta.minute == 0)
+        return delta.second / 12;
+    std::int64_t total = span.days(), unit = 86400;
     if (delta.day == 0 && delta.hour == 0) {
-        if (delta.minute == 0)
-            return delta.second / 12;
-        if (delta.minute < 13)
-            return twelfth(static_cast<std::int64_t>(delta.second) + 60LL * delta.minute, 1);
-        return twelfth(delta.minute, 60);
+        unit = delta.minute < 13 ? 1 : 60;
+        total = delta.minute < 13 ? 60 * span.minutes() + static_cast<int>(delta.second) : span.minutes();
+    } else if (delta.day == 0) {
+        unit = delta.hour < 13 ? 60 : 3600;
+        total = delta.hour < 13 ? span.minutes() : span.hours();
+    } else if (delta.day < 13) {
+        unit = 3600;
+        total = span.hours();
     }
-    if (delta.day == 0)
-        return delta.hour < 13 ? twelfth(span.minutes(), 60) : twelfth(delta.hour, 3600);
-    return delta.day < 13 ? twelfth(span.hours(), 3600) : twelfth(span.days(), 86400);
+    const std::int64_t twelfth = total / 12;
+    return static_cast<double>(twelfth * unit);
 }
 
 /// The length of a step of the first level; 0 without a unit.

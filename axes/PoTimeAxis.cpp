@@ -137,6 +137,7 @@ std::vector<DateGraduations> PoTimeAxis::levelsBetween(const PiDate &from, const
     if (axis.end < axis.start)
         std::swap(axis.start, axis.end);
     std::vector<std::string> texts;
+    texts.reserve(static_cast<std::size_t>(gradRep.getNum()));
     for (int k = 0; k < gradRep.getNum(); ++k)
         texts.emplace_back(gradRep[k].getString());
     const oravane::DateRepresentations representations(texts, timesPeriod.getValue().getString(),
