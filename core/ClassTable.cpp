@@ -8,6 +8,7 @@
 #include <oravane/PoDebugError.h>
 #include <oravane/PoDomain.h>
 #include <oravane/PoDomainElement.h>
+#include <oravane/PoHistogram.h>
 #include <oravane/PoIsovaluesList.h>
 #include <oravane/PoIsovaluesListElement.h>
 #include <oravane/PoKestrava.h>
@@ -27,6 +28,7 @@
 #include <oravane/PoParallelogram.h>
 #include <oravane/PoParallelogram3.h>
 #include <oravane/PoRectangle.h>
+#include <oravane/PoSingleHistogram.h>
 #include <oravane/PoVolundra.h>
 #include <oravane/SoAnnoText3.h>
 #include <oravane/SoAnnoText3Property.h>
@@ -52,6 +54,8 @@ const ClassInitializer graphicsKits[] = {
     &PoRectangle::initClass,
     &PoParallelogram::initClass,
     &PoParallelogram3::initClass,
+    &PoHistogram::initClass,
+    &PoSingleHistogram::initClass,
 };
 
 const ClassInitializer dataKits[] = {
