@@ -59,10 +59,6 @@ Border borderOf(PoHistogram::Position position) {
     return isBorder ? borders[position / 2] : Border{TextSide::Centre, 0, 0};
 }
 
-bool isInside(PoHistogram::Position position) {
-    return position % 2 == 1;
-}
-
 } // namespace
 
 void PoHistogram::initClass() {
@@ -203,6 +199,10 @@ void PoHistogram::setDefaultAttr() {
 
 void PoHistogram::colorBars(SoGroup *) {}
 
+bool PoHistogram::isOnBar(Position position) {
+    return position == POS_CENTER || position % 2 == 1;
+}
+
 void PoHistogram::computeTextPos(const SbVec2f *corners, Position position, float fontSize, SbVec2f &origin) {
     if (!corners)
         return;
@@ -211,7 +211,7 @@ void PoHistogram::computeTextPos(const SbVec2f *corners, Position position, floa
         box.extendBy(corners[k]);
     const Border border = borderOf(position);
     const int direction[] = {border.x, border.y};
-    const float gap = (isInside(position) ? -0.5f : 0.5f) * fontSize * oravane::kCapitalHeight;
+    const float gap = (isOnBar(position) ? -0.5f : 0.5f) * fontSize * oravane::kCapitalHeight;
     origin = (box.getMin() + box.getMax()) / 2;
     for (int axis = 0; axis < 2; ++axis)
         if (direction[axis] > 0)
@@ -227,7 +227,7 @@ void PoHistogram::computeTextAlignPath(Position position, TextPath path, PiText 
     const auto textPath = path == PATH_DEPEND ? PiText::TEXT_PATH_RIGHT : static_cast<PiText::Path>(path);
     const oravane::TextSide border = borderOf(position).side;
     const oravane::TextAlignment alignment = oravane::alignmentAt(
-        isInside(position) ? oravane::opposite(border) : border, textPath, oravane::LetterEdge::Full);
+        isOnBar(position) ? oravane::opposite(border) : border, textPath, oravane::LetterEdge::Full);
     text->setPath(textPath);
     text->setAlignment(alignment.horizontal, alignment.vertical);
 }

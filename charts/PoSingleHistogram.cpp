@@ -15,6 +15,7 @@
 #include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoMaterialBinding.h>
 #include <Inventor/nodes/SoMatrixTransform.h>
+#include <Inventor/nodes/SoPolygonOffset.h>
 
 #include <algorithm>
 #include <cmath>
@@ -142,6 +143,11 @@ void PoSingleHistogram::rebuild() {
     m_parts = {};
     if (value.getNum() > 0) {
         setDefaultAttr();
+        const bool isX = type.getValue() != Y;
+        if (m_valueStyle.position == POS_DEPEND)
+            m_valueStyle.position = isX ? POS_TOP_OUT : POS_RIGHT_OUT;
+        if (m_nameStyle.position == POS_DEPEND)
+            m_nameStyle.position = isX ? POS_BOTTOM_OUT : POS_LEFT_OUT;
         const Row row(*this, m_aspect);
         if (row.isFinite())
             build(row);
@@ -162,12 +168,6 @@ void PoSingleHistogram::build(const Row &row) {
     colorBars(group);
     m_parts.transform = row.newTransform();
     m_parts.bar = group;
-
-    const bool isX = type.getValue() != Y;
-    if (m_valueStyle.position == POS_DEPEND)
-        m_valueStyle.position = isX ? POS_TOP_OUT : POS_RIGHT_OUT;
-    if (m_nameStyle.position == POS_DEPEND)
-        m_nameStyle.position = isX ? POS_BOTTOM_OUT : POS_LEFT_OUT;
     if (valueVisibility.getValue() == VISIBILITY_ON) {
         m_parts.valueFont = oravane::newFont(m_valueStyle.fontName, m_valueStyle.fontSize);
         m_parts.valueText = newValueTexts(bars);
@@ -176,6 +176,10 @@ void PoSingleHistogram::build(const Row &row) {
         m_parts.nameFont = oravane::newFont(m_nameStyle.fontName, m_nameStyle.fontSize);
         m_parts.nameText = newNameTexts(bars);
     }
+    const bool hasTextsOnBars = (m_parts.valueText && isOnBar(m_valueStyle.position)) ||
+                                (m_parts.nameText && isOnBar(m_nameStyle.position));
+    if (hasTextsOnBars) // which lie in the plane of the bars, and are to show from all directions
+        group->insertChild(new SoPolygonOffset, 0);
 }
 
 void PoSingleHistogram::colorBars(SoGroup *bars) {
@@ -214,8 +218,9 @@ SoGroup *PoSingleHistogram::newTexts(std::span<const Bar> bars, const TextStyle 
     for (std::size_t i = 0; i < bars.size(); ++i) {
         SbVec2f origin;
         computeTextPos(bars[i].data(), style.position, style.fontSize, origin);
+        const bool isPlaced = std::isfinite(origin.dot(origin)); // else the builder stays where it is
         text.setOrigin(origin);
-        text.setString(stringOf(static_cast<int>(i)));
+        text.setString(isPlaced ? stringOf(static_cast<int>(i)) : "");
         text.build();
     }
     return group;

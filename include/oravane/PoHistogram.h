@@ -140,6 +140,8 @@ protected:
     /// Adds to the group of the bars what colours them, ahead of the geometry, and gives the material for
     /// `barApp` to `m_parts`. Here: nothing.
     virtual void colorBars(SoGroup *bars);
+    /// Whether texts at `position` lie on the bar, that is at an ..._IN position or in the middle.
+    static bool isOnBar(Position position);
     /// Sets all that `m_parts` has, and null for what it has not.
     void setParts();
 

@@ -32,8 +32,9 @@
 /// are not finite, nothing is drawn.
 ///
 /// Generates `bar`: coordinates and one face for each value, behind a material binding per face when
-/// `barApp.material` holds a colour for each bar; and `valueText` and `nameText`, in which child i belongs to
-/// bar i. A value without a colour in the mapping has an invisible bar.
+/// `barApp.material` holds a colour for each bar, and behind a polygon offset when texts lie on bars; and
+/// `valueText` and `nameText`, in which child i belongs to bar i. A value without a colour in the mapping has
+/// an invisible bar.
 class ORAVANE_API PoSingleHistogram : public PoHistogram {
     SO_KIT_HEADER(PoSingleHistogram);
 
