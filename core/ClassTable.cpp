@@ -12,6 +12,7 @@
 #include <oravane/PoDomain.h>
 #include <oravane/PoDomainElement.h>
 #include <oravane/PoGenAxis.h>
+#include <oravane/PoHistogram.h>
 #include <oravane/PoIsovaluesList.h>
 #include <oravane/PoIsovaluesListElement.h>
 #include <oravane/PoKestrava.h>
@@ -32,6 +33,7 @@
 #include <oravane/PoParallelogram.h>
 #include <oravane/PoParallelogram3.h>
 #include <oravane/PoRectangle.h>
+#include <oravane/PoSingleHistogram.h>
 #include <oravane/PoTimeAxis.h>
 #include <oravane/PoVolundra.h>
 #include <oravane/SoAnnoText3.h>
@@ -53,12 +55,22 @@ const ClassInitializer toolkitNodes[] = {
     &SoAnnoText3Property::initClass,
 };
 
+// clang-format off
 const ClassInitializer graphicsKits[] = {
-    &PoKestrava::initClass,       &PoRectangle::initClass,  &PoParallelogram::initClass,
-    &PoParallelogram3::initClass, &PoBaseAxis::initClass,   &PoAxis::initClass,
-    &PoCartesianAxis::initClass,  &PoLinearAxis::initClass, &PoGenAxis::initClass,
+    &PoKestrava::initClass,
+    &PoRectangle::initClass,
+    &PoParallelogram::initClass,
+    &PoParallelogram3::initClass,
+    &PoBaseAxis::initClass,
+    &PoAxis::initClass,
+    &PoCartesianAxis::initClass,
+    &PoLinearAxis::initClass,
+    &PoGenAxis::initClass,
     &PoTimeAxis::initClass,
+    &PoHistogram::initClass,
+    &PoSingleHistogram::initClass,
 };
+// clang-format on
 
 const ClassInitializer dataKits[] = {
     &PoVolundra::initClass,   &PoMesh::initClass,      &PoMesh2D::initClass,    &PoMeshLines::initClass,
