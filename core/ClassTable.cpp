@@ -26,6 +26,8 @@
 #include <oravane/PoNumericDisplayFormatElement.h>
 #include <oravane/PoParallelogram.h>
 #include <oravane/PoParallelogram3.h>
+#include <oravane/PoPieChart2D.h>
+#include <oravane/PoPieChart3D.h>
 #include <oravane/PoRectangle.h>
 #include <oravane/PoVolundra.h>
 #include <oravane/SoAnnoText3.h>
@@ -48,10 +50,9 @@ const ClassInitializer toolkitNodes[] = {
 };
 
 const ClassInitializer graphicsKits[] = {
-    &PoKestrava::initClass,
-    &PoRectangle::initClass,
-    &PoParallelogram::initClass,
-    &PoParallelogram3::initClass,
+    &PoKestrava::initClass,       &PoRectangle::initClass, &PoParallelogram::initClass,
+    &PoParallelogram3::initClass, &PoPieChart::initClass,  &PoPieChart2D::initClass,
+    &PoPieChart3D::initClass,
 };
 
 const ClassInitializer dataKits[] = {
