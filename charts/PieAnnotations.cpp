@@ -103,11 +103,9 @@ float reach(const Side &side) {
 /// One rebuild's labels around the pie.
 class Surroundings {
 public:
-    Surroundings(const PieLabelRules &rules, std::span<const PieLabel> labels)
+    /// `pulled`: how far slices stand out.
+    Surroundings(const PieLabelRules &rules, std::span<const PieLabel> labels, float pulled)
         : m_rules(rules), m_labels(labels), m_placed(labels.size()) {
-        float pulled = 0;
-        for (const PieLabel &label : labels)
-            pulled = std::max(pulled, label.translation);
         // All bends are on one circle around all that is drawn: whatever lies outside of it can be reordered
         // without a look at the slices.
         const float wanted = rules.anchor + (rules.hasArrows ? rules.knee : 0);
@@ -331,29 +329,53 @@ std::array<SbVec2f, 4> PlacedPieLabel::corners() const {
     return {middle - a - b, middle + a - b, middle + a + b, middle - a + b};
 }
 
+namespace {
+
+std::vector<std::size_t> withLines(std::span<const PieLabel> labels) {
+    std::vector<std::size_t> result;
+    for (std::size_t k = 0; k < labels.size(); ++k)
+        if (std::any_of(labels[k].lines.begin(), labels[k].lines.end(),
+                        [](const SbVec2f &line) { return line[0] > 0; }))
+            result.push_back(k);
+    return result;
+}
+
+} // namespace
+
 std::vector<PlacedPieLabel> placeInsidePie(const PieLabelRules &rules, std::span<const PieLabel> labels) {
     std::vector<PlacedPieLabel> result;
-    for (const PieLabel &label : labels) {
+    for (const std::size_t k : withLines(labels)) {
         PlacedPieLabel &placed = result.emplace_back();
-        const SbVec2f direction = unitVector(label.angle);
-        placed.size = boxSize(label, rules.margin);
+        const SbVec2f direction = unitVector(labels[k].angle);
+        placed.index = k;
+        placed.size = boxSize(labels[k], rules.margin);
         placed.along.setValue(1, 0);
         if (rules.place == PieLabelPlace::Radial)
             placed.along = isRight(direction) ? direction : -direction;
-        placed.middle = (rules.anchor + label.translation) * direction;
+        placed.middle = (rules.anchor + labels[k].translation) * direction;
         placed.arrow.fill(placed.middle);
-        placeLines(label, alignmentOf(rules.alignment, isRight(direction)), rules.margin, placed);
+        placeLines(labels[k], alignmentOf(rules.alignment, isRight(direction)), rules.margin, placed);
     }
     return result;
 }
 
 std::vector<PlacedPieLabel> placeAroundPie(const PieLabelRules &rules, std::span<const PieLabel> labels) {
-    Surroundings surroundings(rules, labels);
+    float pulled = 0;
+    for (const PieLabel &label : labels)
+        pulled = std::max(pulled, label.translation);
+    const std::vector<std::size_t> indices = withLines(labels);
+    std::vector<PieLabel> present;
+    for (const std::size_t k : indices)
+        present.push_back(labels[k]);
+    Surroundings surroundings(rules, present, pulled);
     if (rules.place == PieLabelPlace::Radial)
         surroundings.placeRadially();
     else
         surroundings.placeOnSides();
-    return surroundings.takePlaced();
+    std::vector<PlacedPieLabel> result = surroundings.takePlaced();
+    for (std::size_t k = 0; k < indices.size(); ++k)
+        result[k].index = indices[k];
+    return result;
 }
 
 } // namespace oravane

@@ -39,9 +39,10 @@ struct PieLabelRules {
 };
 
 struct PlacedPieLabel {
-    SbVec2f middle, size; ///< of the box
-    SbVec2f along;        ///< the way in which it is read, of length 1
-    float alignment;      ///< of the lines: -1 left, 0 centre, 1 right
+    std::size_t index = 0; ///< of the label
+    SbVec2f middle, size;  ///< of the box
+    SbVec2f along;         ///< the way in which it is read, of length 1
+    float alignment;       ///< of the lines: -1 left, 0 centre, 1 right
     std::array<SbVec2f, PieLabel::NUM_LINES> lineMiddles;
     std::array<SbVec2f, 4> arrow; ///< from its tip at the slice to the box; some points may be the same
 
@@ -49,6 +50,8 @@ struct PlacedPieLabel {
     /// Counter-clockwise from the lower left one.
     std::array<SbVec2f, 4> corners() const;
 };
+
+// Both leave out labels without a line.
 
 /// Labels inside of the slices: the middle of each box lies `anchor` away from the centre of its slice,
 /// whether it fits there or not. Places other than Radial are Horizontal.

@@ -1,12 +1,15 @@
 #include "charts/PieSlices.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <limits>
 
 namespace oravane {
 
 namespace {
+
+constexpr std::string_view kSliceName = "slice", kGroupName = "sliceGroup";
 
 constexpr double kTurn = 6.2831855; // a full turn in single precision
 
@@ -46,6 +49,25 @@ std::vector<PieSlice> pieSlices(std::span<const float> values, const PieGrouping
         slice.end = angle += slice.percent * kTurn / 100;
     }
     return slices;
+}
+
+std::string pieSliceName(const PieSlice &slice) {
+    std::string name(slice.isGroup ? kGroupName : kSliceName);
+    return name += std::to_string(slice.number);
+}
+
+PieSliceName parseSliceName(std::string_view name) {
+    for (const bool isGroup : {false, true}) {
+        const std::string_view start = isGroup ? kGroupName : kSliceName;
+        if (!name.starts_with(start))
+            continue;
+        const char *end = name.data() + name.size();
+        int number = 0;
+        const auto [rest, error] = std::from_chars(name.data() + start.size(), end, number);
+        if (error == std::errc() && rest == end && number > 0)
+            return {number, isGroup};
+    }
+    return {};
 }
 
 } // namespace oravane

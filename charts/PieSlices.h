@@ -2,6 +2,8 @@
 #define ORAVANE_CHARTS_PIESLICES_H
 
 #include <span>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace oravane {
@@ -28,6 +30,14 @@ struct PieSlice {
 /// The slices of a pie in the order of the values, counter-clockwise from the x axis; the slice of small ones
 /// is last. What is not above 0, or not finite, is no slice. Values beyond `kMaxPieSlices` are ignored.
 std::vector<PieSlice> pieSlices(std::span<const float> values, const PieGrouping &grouping);
+
+/// The names that shapes of slices have in the scene.
+struct PieSliceName {
+    int number = 0; ///< 0 for what is none
+    bool isGroup = false;
+};
+std::string pieSliceName(const PieSlice &slice);
+PieSliceName parseSliceName(std::string_view name);
 
 } // namespace oravane
 

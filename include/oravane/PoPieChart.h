@@ -14,11 +14,16 @@
 #include <Inventor/fields/SoSFFloat.h>
 #include <Inventor/fields/SoSFString.h>
 
-#include <array>
 #include <memory>
 #include <vector>
 
 class SoPath;
+
+namespace oravane {
+struct PieAnnotAttr;
+struct PieAnnotFields;
+struct PieAnnotParts;
+} // namespace oravane
 
 /// What pie charts have in common: the values and their slices, and the annotations inside of the slices and
 /// around the pie. `PoPieChart2D` and `PoPieChart3D` draw them.
@@ -208,28 +213,23 @@ protected:
     void resetAllPart();
 
 private:
-    struct AnnotFields; ///< the fields of the annotations inside, or of those outside
-    struct AnnotAttr;
-    struct PieChartAttr; ///< what one rebuild works with
-    struct AnnotParts;
-    struct Parts;
+    struct PieChartAttr; ///< the working copy of all attributes, and what a rebuild makes of them
 
     void init(int isSolid);
     void addParts();
     void addFields();
     void addAnnotFields();
     void defineEnums();
-    void setAppearances(int isSolid);
-    AnnotFields annotFields(bool isExternal) const;
-    AnnotAttr annotAttr(const AnnotFields &fields) const;
-    std::array<std::vector<SbString>, 3> annotStrings(const AnnotAttr &attr) const;
-    void drawAnnotations(bool isExternal, AnnotParts &parts);
+    oravane::PieAnnotFields annotFields(bool isExternal) const;
+    oravane::PieAnnotAttr annotAttr(const oravane::PieAnnotFields &fields) const;
+    std::vector<SbString> annotStrings(const oravane::PieAnnotAttr &attr, std::size_t line) const;
+    void drawAnnotations(const oravane::PieAnnotAttr &attr, bool isExternal, oravane::PieAnnotParts &parts);
     void drawSlices();
     void drawArrows();
     void setParts();
-    void setAnnotParts(const char *prefix, const AnnotParts &parts);
+    void setAnnotParts(const char *prefix, const oravane::PieAnnotParts &parts);
 
-    std::unique_ptr<PieChartAttr> m_attr; ///< null between rebuilds
+    std::unique_ptr<PieChartAttr> m_attr; ///< never null; empty between rebuilds
     PoNumericFormatConnection m_format{this};
     PoMiscTextAttrConnection m_miscTextAttr{this};
 };

@@ -199,7 +199,7 @@ TEST(PieAnnotations, AlignmentTurnsWithTheSide) {
             rules.alignment = row.alignment;
             const std::array<SbVec2f, 3> lines{SbVec2f(0.4f, 0.1f), SbVec2f(0.2f, 0.1f), SbVec2f(0, 0)};
             const std::vector<PieLabel> labels{
-                {0.3, 0, lines}, {1.4, 0, {}}, {2.9, 0, lines}, {4.5, 0, lines}};
+                {0.3, 0, lines}, {1.4, 0, {SbVec2f(0.1f, 0.1f)}}, {2.9, 0, lines}, {4.5, 0, lines}};
             for (const auto &placed : {placeAroundPie(rules, labels), placeInsidePie(rules, labels)}) {
                 for (const std::size_t k : {0u, 2u, 3u})
                     EXPECT_NEAR((placed[k].lineMiddles[1] - placed[k].lineMiddles[0]).dot(placed[k].along),
@@ -211,7 +211,7 @@ TEST(PieAnnotations, AlignmentTurnsWithTheSide) {
                 continue;
             // The boxes of a column keep the same edges as the lines of a box.
             const auto placed = placeAroundPie(rules, labels);
-            EXPECT_NEAR(placed[1].middle[0] - placed[0].middle[0], 0.2f * row.right, 1e-6f);
+            EXPECT_NEAR(placed[1].middle[0] - placed[0].middle[0], 0.15f * row.right, 1e-6f);
         }
 }
 
