@@ -112,9 +112,10 @@ void addSlice(SoGroup *group, const PieDisc &disc, const PieCut &cut) {
             faces.add(at(point, disc.top));
         faces.end();
     } else {
-        addFace(faces, arc.points(), disc.top, true);
+        // What is seen best comes last: painters draw what is equally near in this order.
         addFace(faces, arc.points(), disc.bottom, false);
         addWalls(faces, disc, arc, cut);
+        addFace(faces, arc.points(), disc.top, true);
     }
     faces.addTo<SoFaceSet>(group, cut.name);
 }
