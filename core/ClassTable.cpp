@@ -32,6 +32,9 @@
 #include <oravane/PoNumericDisplayFormatElement.h>
 #include <oravane/PoParallelogram.h>
 #include <oravane/PoParallelogram3.h>
+#include <oravane/PoPieChart.h>
+#include <oravane/PoPieChart2D.h>
+#include <oravane/PoPieChart3D.h>
 #include <oravane/PoRectangle.h>
 #include <oravane/PoSingleHistogram.h>
 #include <oravane/PoTimeAxis.h>
@@ -69,6 +72,9 @@ const ClassInitializer graphicsKits[] = {
     &PoTimeAxis::initClass,
     &PoHistogram::initClass,
     &PoSingleHistogram::initClass,
+    &PoPieChart::initClass,
+    &PoPieChart2D::initClass,
+    &PoPieChart3D::initClass,
 };
 // clang-format on
 
