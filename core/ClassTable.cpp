@@ -1,5 +1,6 @@
 #include "core/ClassTable.h"
 
+#include <oravane/PoAutoValueLegend.h>
 #include <oravane/PoBase.h>
 #include <oravane/PoDataMapping.h>
 #include <oravane/PoDataMappingElement.h>
@@ -10,8 +11,11 @@
 #include <oravane/PoDomainElement.h>
 #include <oravane/PoIsovaluesList.h>
 #include <oravane/PoIsovaluesListElement.h>
+#include <oravane/PoItemLegend.h>
 #include <oravane/PoKestrava.h>
+#include <oravane/PoLegend.h>
 #include <oravane/PoLinearDataMapping.h>
+#include <oravane/PoLinearValueLegend.h>
 #include <oravane/PoMeshContouring.h>
 #include <oravane/PoMeshElement.h>
 #include <oravane/PoMeshFilled.h>
@@ -22,11 +26,15 @@
 #include <oravane/PoMiscTextAttrElement.h>
 #include <oravane/PoNonLinearDataMapping.h>
 #include <oravane/PoNonLinearDataMapping2.h>
+#include <oravane/PoNonLinearValueLegend1.h>
+#include <oravane/PoNonLinearValueLegend2.h>
+#include <oravane/PoNonLinearValueLegend3.h>
 #include <oravane/PoNumericDisplayFormat.h>
 #include <oravane/PoNumericDisplayFormatElement.h>
 #include <oravane/PoParallelogram.h>
 #include <oravane/PoParallelogram3.h>
 #include <oravane/PoRectangle.h>
+#include <oravane/PoValueLegend.h>
 #include <oravane/PoVolundra.h>
 #include <oravane/SoAnnoText3.h>
 #include <oravane/SoAnnoText3Property.h>
@@ -52,6 +60,14 @@ const ClassInitializer graphicsKits[] = {
     &PoRectangle::initClass,
     &PoParallelogram::initClass,
     &PoParallelogram3::initClass,
+    &PoLegend::initClass,
+    &PoItemLegend::initClass,
+    &PoValueLegend::initClass,
+    &PoAutoValueLegend::initClass,
+    &PoLinearValueLegend::initClass,
+    &PoNonLinearValueLegend1::initClass,
+    &PoNonLinearValueLegend2::initClass,
+    &PoNonLinearValueLegend3::initClass,
 };
 
 const ClassInitializer dataKits[] = {
