@@ -1,5 +1,6 @@
 #include "core/ClassTable.h"
 
+#include <oravane/PoAutoValueLegend.h>
 #include <oravane/PoAxis.h>
 #include <oravane/PoBase.h>
 #include <oravane/PoBaseAxis.h>
@@ -15,9 +16,12 @@
 #include <oravane/PoHistogram.h>
 #include <oravane/PoIsovaluesList.h>
 #include <oravane/PoIsovaluesListElement.h>
+#include <oravane/PoItemLegend.h>
 #include <oravane/PoKestrava.h>
+#include <oravane/PoLegend.h>
 #include <oravane/PoLinearAxis.h>
 #include <oravane/PoLinearDataMapping.h>
+#include <oravane/PoLinearValueLegend.h>
 #include <oravane/PoMeshContouring.h>
 #include <oravane/PoMeshElement.h>
 #include <oravane/PoMeshFilled.h>
@@ -28,6 +32,9 @@
 #include <oravane/PoMiscTextAttrElement.h>
 #include <oravane/PoNonLinearDataMapping.h>
 #include <oravane/PoNonLinearDataMapping2.h>
+#include <oravane/PoNonLinearValueLegend1.h>
+#include <oravane/PoNonLinearValueLegend2.h>
+#include <oravane/PoNonLinearValueLegend3.h>
 #include <oravane/PoNumericDisplayFormat.h>
 #include <oravane/PoNumericDisplayFormatElement.h>
 #include <oravane/PoParallelogram.h>
@@ -38,6 +45,7 @@
 #include <oravane/PoRectangle.h>
 #include <oravane/PoSingleHistogram.h>
 #include <oravane/PoTimeAxis.h>
+#include <oravane/PoValueLegend.h>
 #include <oravane/PoVolundra.h>
 #include <oravane/SoAnnoText3.h>
 #include <oravane/SoAnnoText3Property.h>
@@ -70,6 +78,14 @@ const ClassInitializer graphicsKits[] = {
     &PoLinearAxis::initClass,
     &PoGenAxis::initClass,
     &PoTimeAxis::initClass,
+    &PoLegend::initClass,
+    &PoItemLegend::initClass,
+    &PoValueLegend::initClass,
+    &PoAutoValueLegend::initClass,
+    &PoLinearValueLegend::initClass,
+    &PoNonLinearValueLegend1::initClass,
+    &PoNonLinearValueLegend2::initClass,
+    &PoNonLinearValueLegend3::initClass,
     &PoHistogram::initClass,
     &PoSingleHistogram::initClass,
     &PoPieChart::initClass,

@@ -1,0 +1,29 @@
+#ifndef ORAVANE_PONONLINEARVALUELEGEND1_H
+#define ORAVANE_PONONLINEARVALUELEGEND1_H
+
+#include <oravane/PoAutoValueLegend.h>
+
+/// Separate boxes, each for the range between two values, and one for what is less than the first value and
+/// one for what is greater than the last. The colours of the two ends of a range run into each other.
+///
+/// Of the values first to last with a period p there are (last - first) / p ranges, rounded down: from the
+/// first, the first + p, ... value to the one next to it. The lowest box always is that below the first of
+/// all values; the highest that above the last value shown.
+class ORAVANE_API PoNonLinearValueLegend1 : public PoAutoValueLegend {
+    SO_KIT_HEADER(PoNonLinearValueLegend1);
+
+public:
+    SoSFString lessLevelString;      ///< before the text of the lowest box, default "<"
+    SoSFString greaterLevelString;   ///< before that of the highest, default ">"
+    SoSFString valueSeparatorString; ///< between two values, default " _ "
+
+    PoNonLinearValueLegend1();
+    static void initClass();
+    void rebuild() override;
+
+private:
+    ~PoNonLinearValueLegend1() override = default;
+    std::vector<BoxRepresentation> rangeBoxes() const;
+};
+
+#endif

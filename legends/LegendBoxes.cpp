@@ -1,0 +1,102 @@
+#include "legends/LegendBoxes.h"
+
+#include "core/ShapeGroup.h"
+
+#include <Inventor/nodes/SoMaterial.h>
+#include <Inventor/nodes/SoMaterialBinding.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace oravane {
+
+namespace {
+
+/// Appends to the shape at the end of a group, which starts empty.
+template <class Shape>
+void addShape(SoGroup *group, std::span<const SbVec3f> points) {
+    const auto count = static_cast<std::int32_t>(points.size());
+    const int last = group->getNumChildren() - 1;
+    if (last < 0 || !group->getChild(last)->isOfType(Shape::getClassTypeId())) {
+        const SoGroup *shape = newUniformShapeGroup<Shape>(points, points.size());
+        shape->ref();
+        group->addChild(shape->getChild(0));
+        group->addChild(shape->getChild(1));
+        shape->unref();
+        return;
+    }
+    SoMFVec3f &coordinates = static_cast<SoCoordinate3 *>(group->getChild(last - 1))->point;
+    SoMFInt32 &counts = static_cast<Shape *>(group->getChild(last))->numVertices;
+    coordinates.setValues(coordinates.getNum(), count, points.data());
+    counts.set1Value(counts.getNum(), count);
+}
+
+SoMaterial *materialOf(SoGroup *faces) {
+    if (faces->getNumChildren() > 0)
+        return static_cast<SoMaterial *>(faces->getChild(0));
+    auto *material = new SoMaterial;
+    material->diffuseColor.setNum(0);
+    material->transparency.setNum(0);
+    auto *binding = new SoMaterialBinding;
+    binding->value = SoMaterialBinding::PER_VERTEX;
+    faces->addChild(material);
+    faces->addChild(binding);
+    return material;
+}
+
+/// Pages paint a face in one colour: so many faces that their steps are not seen.
+int stripesOf(const BoxFill &fill) {
+    constexpr float PER_WHOLE_RANGE = 64;
+    float contrast = std::abs(fill.secondTransparency - fill.firstTransparency);
+    for (int i = 0; i < 3; ++i)
+        contrast = std::max(contrast, std::abs(fill.second[i] - fill.first[i]));
+    return std::max(1, static_cast<int>(std::ceil(PER_WHOLE_RANGE * std::min(contrast, 1.0f))));
+}
+
+} // namespace
+
+std::array<SbVec3f, 5> cornersOf(const BoxOutline &box) {
+    const SbVec3f right(box.width, 0, 0), up(0, box.height, 0);
+    return {box.corner, box.corner + right, box.corner + right + up, box.corner + up, box.corner};
+}
+
+void addFace(SoGroup *faces, const BoxOutline &box, const BoxFill &fill) {
+    const int numStripes = stripesOf(fill);
+    const auto share = [&](int stripe) {
+        return static_cast<float>(stripe) / static_cast<float>(numStripes);
+    };
+    SoMaterial *material = materialOf(faces);
+    for (int stripe = 0; stripe < numStripes; ++stripe) {
+        const float from = share(stripe), to = share(stripe + 1);
+        BoxOutline part = box;
+        (fill.runsUp ? part.corner[1] : part.corner[0]) += from * (fill.runsUp ? box.height : box.width);
+        (fill.runsUp ? part.height : part.width) *= to - from;
+        SbColor colors[4];
+        float transparencies[4];
+        for (int corner = 0; corner < 4; ++corner) {
+            const bool isFar = fill.runsUp ? corner >= 2 : corner == 1 || corner == 2;
+            const float t = isFar ? to : from;
+            colors[corner] = SbColor((1 - t) * fill.first + t * fill.second);
+            transparencies[corner] = (1 - t) * fill.firstTransparency + t * fill.secondTransparency;
+        }
+        const int first = material->diffuseColor.getNum();
+        material->diffuseColor.setValues(first, 4, colors);
+        material->transparency.setValues(first, 4, transparencies);
+        addFace(faces, part);
+    }
+}
+
+void addFace(SoGroup *faces, const BoxOutline &box) {
+    const auto corners = cornersOf(box);
+    addShape<SoFaceSet>(faces, std::span(corners).first(4));
+}
+
+void addLine(SoGroup *lines, std::span<const SbVec3f> points) {
+    addShape<SoLineSet>(lines, points);
+}
+
+void addBorder(SoGroup *lines, const BoxOutline &box) {
+    addLine(lines, cornersOf(box));
+}
+
+} // namespace oravane
