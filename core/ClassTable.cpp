@@ -1,6 +1,8 @@
 #include "core/ClassTable.h"
 
 #include <oravane/PoBase.h>
+#include <oravane/PoCurve.h>
+#include <oravane/PoCurve3.h>
 #include <oravane/PoDataMapping.h>
 #include <oravane/PoDataMappingElement.h>
 #include <oravane/PoDateFormatMapping.h>
@@ -48,10 +50,8 @@ const ClassInitializer toolkitNodes[] = {
 };
 
 const ClassInitializer graphicsKits[] = {
-    &PoKestrava::initClass,
-    &PoRectangle::initClass,
-    &PoParallelogram::initClass,
-    &PoParallelogram3::initClass,
+    &PoKestrava::initClass, &PoRectangle::initClass,      &PoParallelogram::initClass,
+    &PoCurve::initClass,    &PoParallelogram3::initClass, &PoCurve3::initClass,
 };
 
 const ClassInitializer dataKits[] = {
