@@ -5,6 +5,8 @@
 #include <oravane/PoBase.h>
 #include <oravane/PoBaseAxis.h>
 #include <oravane/PoCartesianAxis.h>
+#include <oravane/PoCurve.h>
+#include <oravane/PoCurve3.h>
 #include <oravane/PoDataMapping.h>
 #include <oravane/PoDataMappingElement.h>
 #include <oravane/PoDateFormatMapping.h>
@@ -71,7 +73,9 @@ const ClassInitializer graphicsKits[] = {
     &PoKestrava::initClass,
     &PoRectangle::initClass,
     &PoParallelogram::initClass,
+    &PoCurve::initClass,
     &PoParallelogram3::initClass,
+    &PoCurve3::initClass,
     &PoBaseAxis::initClass,
     &PoAxis::initClass,
     &PoCartesianAxis::initClass,
