@@ -18,7 +18,9 @@
 #include <Inventor/nodes/SoPolygonOffset.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <string>
 #include <vector>
@@ -226,13 +228,41 @@ SoGroup *PoSingleHistogram::newTexts(std::span<const Bar> bars, const TextStyle 
     return group;
 }
 
-SoGroup *PoSingleHistogram::newValueTexts(std::span<const Bar> bars) const {
-    std::vector<float> shown(value.getValues(0), value.getValues(0) + value.getNum());
-    std::erase_if(shown, [](float number) { return !std::isfinite(number); });
+namespace {
+
+/// Whether each value can be read off its text, to five digits of the largest one.
+bool tellsAll(const PiNumericFormat &format, std::span<const float> values) {
+    double largest = 0;
+    for (const float number : values)
+        largest = std::max(largest, std::abs(static_cast<double>(number)));
+    const double unit = std::pow(10.0, format.getTenPower());
+    return std::all_of(values.begin(), values.end(), [&](float number) {
+        char text[PiNumericFormat::STRING_SIZE];
+        format.getString(number, text);
+        double read = 0;
+        std::from_chars(text, text + std::strlen(text), read);
+        return std::abs(read * unit - number) <= 0.5e-4 * largest;
+    });
+}
+
+/// The format takes the mean distance of the values for that of labels, and gives them its decimals. These
+/// may be any number, and are not shown where all values can do without.
+PiNumericFormat commonFormat(const PbNumericDisplayFormat *wanted, std::span<const float> numbers) {
+    std::vector<float> values(numbers.begin(), numbers.end());
+    std::erase_if(values, [](float number) { return !std::isfinite(number); });
     PiNumericFormat format;
-    // The mean distance of values may have any number of digits, and is not to give that many to them.
-    constexpr int roundStep = 1;
-    format.setFormat(getFormat(), static_cast<int>(shown.size()), shown.data(), roundStep);
+    for (const int roundStep : {1, 0}) {
+        format.setFormat(wanted, static_cast<int>(values.size()), values.data(), roundStep);
+        if (tellsAll(format, values))
+            break;
+    }
+    return format;
+}
+
+} // namespace
+
+SoGroup *PoSingleHistogram::newValueTexts(std::span<const Bar> bars) const {
+    const PiNumericFormat format = commonFormat(getFormat(), {value.getValues(0), bars.size()});
     std::string unit;
     if (const int power = format.getTenPower()) // without it a number would be another one
         unit.append("E").append(std::to_string(power));

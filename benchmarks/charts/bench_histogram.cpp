@@ -18,6 +18,9 @@ void rebuild(benchmark::State &state, Texts texts, bool isColored) {
     std::vector<std::string> names;
     std::vector<const char *> namePointers;
     std::vector<float> values;
+    names.reserve(static_cast<std::size_t>(count));
+    values.reserve(names.capacity());
+    namePointers.reserve(names.capacity());
     fields::Random random(11);
     for (int i = 0; i < count; ++i) {
         names.push_back("Station " + std::to_string(i));

@@ -26,7 +26,9 @@
 /// from start.y to y = value, one of type Y from start.x to x = value.
 ///
 /// Values are written in one common format. Its power of ten, when it has one, stands behind each: 2500 reads
-/// "2.5E3" beside 12000. Names are drawn only when there are as many as values.
+/// "2.5E3" beside 12000. An automatic format has the decimals of the mean distance between values and of the
+/// least one, by `PiNumericFormat`, and may round others: 2500 reads "3E3" between 0 and 12000. Where that
+/// matters, set one with decimals. Names are drawn only when there are as many as values.
 ///
 /// A value that is not finite has a flat bar and no text. Without values, or with ends of the segment that
 /// are not finite, nothing is drawn.

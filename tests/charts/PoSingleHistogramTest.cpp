@@ -176,6 +176,7 @@ TEST(PoSingleHistogram, TextsTellValuesAndNames) {
          {Row{"integers", {3, 1, 2}, automatic, {"3", "1", "2"}},
           Row{"thousands", {2500, 12000}, automatic, {"2.5E3", "12.0E3"}},
           Row{"of any distance", {1, 2, 3, 5}, automatic, {"1.0", "2.0", "3.0", "5.0"}},
+          Row{"not to be rounded", {1.5f, 2.25f, 3.75f}, automatic, {"1.500", "2.250", "3.750"}},
           Row{"small", {0.02f, 0.05f}, automatic, {"20E-3", "50E-3"}},
           Row{"given", {2500, 12}, inHundreds, {"25.0E2", "0.1E2"}},
           Row{"missing", {1, test::NOT_A_NUMBER, -test::INFINITE, 2}, automatic, {"1", "", "", "2"}}}) {
