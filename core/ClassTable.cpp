@@ -1,7 +1,10 @@
 #include "core/ClassTable.h"
 
 #include <oravane/PoAutoValueLegend.h>
+#include <oravane/PoAxis.h>
 #include <oravane/PoBase.h>
+#include <oravane/PoBaseAxis.h>
+#include <oravane/PoCartesianAxis.h>
 #include <oravane/PoDataMapping.h>
 #include <oravane/PoDataMappingElement.h>
 #include <oravane/PoDateFormatMapping.h>
@@ -9,11 +12,14 @@
 #include <oravane/PoDebugError.h>
 #include <oravane/PoDomain.h>
 #include <oravane/PoDomainElement.h>
+#include <oravane/PoGenAxis.h>
+#include <oravane/PoHistogram.h>
 #include <oravane/PoIsovaluesList.h>
 #include <oravane/PoIsovaluesListElement.h>
 #include <oravane/PoItemLegend.h>
 #include <oravane/PoKestrava.h>
 #include <oravane/PoLegend.h>
+#include <oravane/PoLinearAxis.h>
 #include <oravane/PoLinearDataMapping.h>
 #include <oravane/PoLinearValueLegend.h>
 #include <oravane/PoMeshContouring.h>
@@ -33,7 +39,12 @@
 #include <oravane/PoNumericDisplayFormatElement.h>
 #include <oravane/PoParallelogram.h>
 #include <oravane/PoParallelogram3.h>
+#include <oravane/PoPieChart.h>
+#include <oravane/PoPieChart2D.h>
+#include <oravane/PoPieChart3D.h>
 #include <oravane/PoRectangle.h>
+#include <oravane/PoSingleHistogram.h>
+#include <oravane/PoTimeAxis.h>
 #include <oravane/PoValueLegend.h>
 #include <oravane/PoVolundra.h>
 #include <oravane/SoAnnoText3.h>
@@ -55,11 +66,18 @@ const ClassInitializer toolkitNodes[] = {
     &SoAnnoText3Property::initClass,
 };
 
+// clang-format off
 const ClassInitializer graphicsKits[] = {
     &PoKestrava::initClass,
     &PoRectangle::initClass,
     &PoParallelogram::initClass,
     &PoParallelogram3::initClass,
+    &PoBaseAxis::initClass,
+    &PoAxis::initClass,
+    &PoCartesianAxis::initClass,
+    &PoLinearAxis::initClass,
+    &PoGenAxis::initClass,
+    &PoTimeAxis::initClass,
     &PoLegend::initClass,
     &PoItemLegend::initClass,
     &PoValueLegend::initClass,
@@ -68,7 +86,13 @@ const ClassInitializer graphicsKits[] = {
     &PoNonLinearValueLegend1::initClass,
     &PoNonLinearValueLegend2::initClass,
     &PoNonLinearValueLegend3::initClass,
+    &PoHistogram::initClass,
+    &PoSingleHistogram::initClass,
+    &PoPieChart::initClass,
+    &PoPieChart2D::initClass,
+    &PoPieChart3D::initClass,
 };
+// clang-format on
 
 const ClassInitializer dataKits[] = {
     &PoVolundra::initClass,   &PoMesh::initClass,      &PoMesh2D::initClass,    &PoMeshLines::initClass,

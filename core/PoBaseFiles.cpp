@@ -105,6 +105,12 @@ void PoBase::setListFieldsDefault(const SoFieldList &fields) {
         fields[i]->setDefault(TRUE);
 }
 
+void PoBase::skipGeneratedInFile(const SoSFNode &appearanceKit, const char *partName) {
+    SoNode *kit = appearanceKit.getValue();
+    if (kit && getNodeWriteFormat() == WRITE_FIELDS)
+        skipInFile(kit->getField(partName));
+}
+
 void PoBase::skipInFile(SoField *field) {
     m_defaultMarks.push_back({field, field->isDefault()});
     field->setDefault(TRUE);

@@ -14,31 +14,43 @@
 
 namespace oravane {
 
-/// A new group with the coordinates and one shape over them, an `SoFaceSet` or an `SoLineSet`, of which face
-/// or line i has the next `numVertices[i]` points. The arrays are copied.
+/// Adds coordinates and one shape over them to a group, an `SoFaceSet` or an `SoLineSet`, of which face or
+/// line i has the next `numVertices[i]` points. The arrays are copied.
 template <class Shape>
-SoGroup *newShapeGroup(std::span<const SbVec3f> points, std::span<const std::int32_t> numVertices) {
+void addShape(SoGroup *group, std::span<const SbVec3f> points, std::span<const std::int32_t> numVertices) {
     auto *coordinates = new SoCoordinate3;
     auto *shape = new Shape;
     coordinates->point.setNum(0); // a new node has one point
     coordinates->point.setValues(0, static_cast<int>(points.size()), points.data());
     shape->numVertices.setNum(0);
     shape->numVertices.setValues(0, static_cast<int>(numVertices.size()), numVertices.data());
-    auto *group = new SoGroup;
     group->addChild(coordinates);
     group->addChild(shape);
-    return group;
 }
 
 /// The same where all faces or lines have `perShape` points.
 template <class Shape>
-SoGroup *newUniformShapeGroup(std::span<const SbVec3f> points, std::size_t perShape) {
-    SoGroup *group = newShapeGroup<Shape>(points, {});
-    auto &numVertices = static_cast<Shape *>(group->getChild(1))->numVertices;
+void addUniformShape(SoGroup *group, std::span<const SbVec3f> points, std::size_t perShape) {
+    addShape<Shape>(group, points, {});
+    auto &numVertices = static_cast<Shape *>(group->getChild(group->getNumChildren() - 1))->numVertices;
     const std::size_t count = perShape == 0 ? 0 : points.size() / perShape;
     numVertices.setNum(static_cast<int>(count));
     std::fill_n(numVertices.startEditing(), count, static_cast<std::int32_t>(perShape));
     numVertices.finishEditing();
+}
+
+/// New groups of such shapes.
+template <class Shape>
+SoGroup *newShapeGroup(std::span<const SbVec3f> points, std::span<const std::int32_t> numVertices) {
+    auto *group = new SoGroup;
+    addShape<Shape>(group, points, numVertices);
+    return group;
+}
+
+template <class Shape>
+SoGroup *newUniformShapeGroup(std::span<const SbVec3f> points, std::size_t perShape) {
+    auto *group = new SoGroup;
+    addUniformShape<Shape>(group, points, perShape);
     return group;
 }
 

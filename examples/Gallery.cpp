@@ -106,6 +106,7 @@ void writePageAndPicture(oravane::Example &example, const std::string &name, SoN
     page.setOrientation(options.isLandscape ? SoVectorizeAction::LANDSCAPE : SoVectorizeAction::PORTRAIT);
     // A line of width 1 is as wide on the page as a pixel of the picture.
     page.setNominalWidth(1 / PIXELS_PER_MILLIMETER, SoVectorizeAction::MILLIMETER);
+    page.setColorTranslationMethod(SoVectorizeAction::KEEP_COLORS); // the pictures are on white too
     page.setBorder(1, SbColor(0.3f, 0.3f, 0.3f));
     const std::string file = example.outFile(name + ".ps");
     if (!page.getOutput()->openFile(file.c_str()))

@@ -4,6 +4,10 @@
 
 #include <oravane/PoDataMapping.h>
 
+#include <Inventor/nodes/SoDirectionalLight.h>
+#include <Inventor/nodes/SoPerspectiveCamera.h>
+#include <Inventor/nodes/SoSeparator.h>
+
 #include <vector>
 
 std::unique_ptr<PbRegularCartesianGrid2D> readTerrain(const oravane::Example &example, int stride,
@@ -38,4 +42,19 @@ PoDataMapping *newHeightColors() {
         {2200, SbColor(0.78f, 0.72f, 0.68f)},
         {2560, SbColor(0.98f, 0.98f, 0.99f)},
     });
+}
+
+SoSeparator *newBlockScene(float heightAngle) {
+    auto *camera = new SoPerspectiveCamera;
+    camera->position.setValue(-1000, -12000, 25000);
+    camera->pointAt(SbVec3f(5150, 6250, 300), SbVec3f(0, 0, 1));
+    camera->heightAngle = heightAngle;
+    camera->nearDistance = 2000;
+    camera->farDistance = 60000;
+    auto *light = new SoDirectionalLight;
+    light->direction.setValue(0.6f, 0.5f, -1);
+    auto *scene = new SoSeparator;
+    scene->addChild(camera);
+    scene->addChild(light);
+    return scene;
 }

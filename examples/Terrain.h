@@ -18,4 +18,7 @@ std::unique_ptr<PbRegularCartesianGrid2D> readTerrain(const oravane::Example &ex
 /// A table from the green of the valleys through the brown of the slopes to the white of the summit.
 PoDataMapping *newHeightColors();
 
+/// A lit scene seen from the south-west, high enough to see all slopes, under this angle of view.
+SoSeparator *newBlockScene(float heightAngle);
+
 #endif

@@ -9,28 +9,10 @@
 #include <oravane/PoNonLinearDataMapping2.h>
 #include <oravane/SoVectorizeAction.h>
 
-#include <Inventor/nodes/SoDirectionalLight.h>
 #include <Inventor/nodes/SoMaterial.h>
-#include <Inventor/nodes/SoPerspectiveCamera.h>
 #include <Inventor/nodes/SoSeparator.h>
 
 namespace {
-
-/// From the south-west, and high enough to see all slopes.
-SoSeparator *newBlockScene() {
-    auto *camera = new SoPerspectiveCamera;
-    camera->position.setValue(-1000, -12000, 25000);
-    camera->pointAt(SbVec3f(5150, 6250, 300), SbVec3f(0, 0, 1));
-    camera->heightAngle = 0.44f;
-    camera->nearDistance = 2000;
-    camera->farDistance = 60000;
-    auto *light = new SoDirectionalLight;
-    light->direction.setValue(0.6f, 0.5f, -1);
-    auto *scene = new SoSeparator;
-    scene->addChild(camera);
-    scene->addChild(light);
-    return scene;
-}
 
 void addColor(SoSeparator *scene, float red, float green, float blue) {
     auto *material = new SoMaterial;
@@ -40,7 +22,7 @@ void addColor(SoSeparator *scene, float red, float green, float blue) {
 
 /// Surface and walls.
 SoSeparator *newBlock(PbRegularCartesianGrid2D &terrain) {
-    SoSeparator *scene = newBlockScene();
+    SoSeparator *scene = newBlockScene(0.44f);
     scene->addChild(newHeightColors());
     auto *surface = new PoMeshFilled;
     surface->setMesh(&terrain);
@@ -57,7 +39,7 @@ SoSeparator *newBlock(PbRegularCartesianGrid2D &terrain) {
 }
 
 SoSeparator *newContourLines(PbRegularCartesianGrid2D &terrain) {
-    SoSeparator *scene = newBlockScene();
+    SoSeparator *scene = newBlockScene(0.44f);
     addContourAttributes(scene, terrain.getBoundingBox(), 600.0f, 2550.0f, 40);
     PoMeshContouring *lines = newLabelledLines(&terrain, 4, 0.5f, 0.018f);
     lines->set("majorContourLineApp.material { diffuseColor 0.25 0.1 0 }"
@@ -69,7 +51,7 @@ SoSeparator *newContourLines(PbRegularCartesianGrid2D &terrain) {
 }
 
 SoSeparator *newWireFrame(PbRegularCartesianGrid2D &terrain) {
-    SoSeparator *scene = newBlockScene();
+    SoSeparator *scene = newBlockScene(0.44f);
     addColor(scene, 0.3f, 0.2f, 0.12f);
     auto *wires = new PoMeshLines;
     wires->setMesh(&terrain);

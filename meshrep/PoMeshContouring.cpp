@@ -124,10 +124,7 @@ void PoMeshContouring::addElementsAllCaches() {
 
 void PoMeshContouring::setDefaultOnNonWritingFields() {
     PoMesh2D::setDefaultOnNonWritingFields();
-    if (getNodeWriteFormat() != WRITE_FIELDS)
-        return;
-    if (SoNode *kit = annotTextApp.getValue())
-        skipInFile(kit->getField("font")); // generated
+    skipGeneratedInFile(annotTextApp, "font");
 }
 
 /// What a rebuild makes; null for what is not needed.

@@ -229,6 +229,8 @@ protected:
     void setListFieldsDefault(const SoFieldList &fields);
     /// Leaves a field out of the file being written; its mark is put back afterwards.
     void skipInFile(SoField *field);
+    /// Under `WRITE_FIELDS`, leaves out what `rebuild` generates inside of an appearance kit part.
+    void skipGeneratedInFile(const SoSFNode &appearanceKit, const char *partName);
     SbBool readInstance(SoInput *in, unsigned short flags) override;
     /// A child with plain members of its own copies them after calling its parent's.
     void copyContents(const SoFieldContainer *from, SbBool copyConnections) override;

@@ -1,0 +1,514 @@
+#include <oravane/PoPieChart2D.h>
+#include <oravane/PoPieChart3D.h>
+
+#include "Drawn.h"
+
+#include <oravane/PbMiscTextAttr.h>
+#include <oravane/PbNumericDisplayFormat.h>
+#include <oravane/PoMiscTextAttr.h>
+#include <oravane/PoNumericDisplayFormat.h>
+
+#include <Inventor/SoPickedPoint.h>
+#include <Inventor/actions/SoRayPickAction.h>
+#include <Inventor/nodes/SoAnnotation.h>
+#include <Inventor/nodes/SoCoordinate3.h>
+#include <Inventor/nodes/SoFaceSet.h>
+#include <Inventor/nodes/SoFont.h>
+#include <Inventor/nodes/SoMaterial.h>
+#include <Inventor/nodes/SoNormal.h>
+#include <Inventor/nodes/SoText3.h>
+#include <Inventor/nodes/SoTransform.h>
+#include <Inventor/sensors/SoFieldSensor.h>
+
+#include <memory>
+#include <numbers>
+#include <span>
+
+namespace {
+
+using test::INFINITE;
+using test::NOT_A_NUMBER;
+
+constexpr double PI = std::numbers::pi;
+constexpr float HUGE_VALUE = 3e38f;
+const char *const NAMES[] = {"a", "bb", "c", "d", "e"};
+
+constexpr const char *GENERATED[] = {
+    "slice",         "sliceBorder",     "extAnnotBox",    "extAnnotBoxBorder", "extAnnotText",
+    "extAnnotValue", "extAnnotPercent", "arrow",          "intAnnotBox",       "intAnnotBoxBorder",
+    "intAnnotText",  "intAnnotValue",   "intAnnotPercent"};
+
+struct Slice {
+    std::string name;
+    double part; ///< of the pie, by its area
+    SbColor color;
+    std::vector<SbVec3f> points, normals;
+    std::vector<std::int32_t> counts;
+};
+
+struct Label {
+    std::string text, name;
+    SbVec3f place;
+};
+
+double signedArea(std::span<const SbVec3f> points) {
+    double area = 0;
+    for (std::size_t k = 0; k < points.size(); ++k) {
+        const SbVec3f &a = points[k], &b = points[(k + 1) % points.size()];
+        area += (double{a[0]} * b[1] - double{b[0]} * a[1]) / 2;
+    }
+    return area;
+}
+
+template <class Pie>
+struct Scene : test::KitScene<Pie> {
+    using test::KitScene<Pie>::kit;
+
+    explicit Scene(const std::vector<float> &values = {50, 30, 20}) { setValues(values); }
+    void setValues(const std::vector<float> &values) {
+        const int n = static_cast<int>(values.size());
+        for (int k = 0; k < n; ++k)
+            kit->sliceText.set1Value(k, k < 5 ? NAMES[k] : "more");
+        kit->sliceText.setNum(n);
+        kit->sliceValue.setValues(0, n, values.data());
+        kit->sliceValue.setNum(n);
+    }
+    std::vector<Slice> slices() const {
+        std::vector<Slice> result;
+        const SoGroup *group = this->part("slice");
+        Slice next;
+        for (int k = 0; group && k < group->getNumChildren(); ++k) {
+            SoNode *node = group->getChild(k);
+            if (const auto *material = dynamic_cast<SoMaterial *>(node))
+                next.color = material->diffuseColor[0];
+            if (const auto *normal = dynamic_cast<SoNormal *>(node))
+                next.normals.assign(normal->vector.getValues(0),
+                                    normal->vector.getValues(0) + normal->vector.getNum());
+            if (const auto *coordinates = dynamic_cast<SoCoordinate3 *>(node))
+                next.points.assign(coordinates->point.getValues(0),
+                                   coordinates->point.getValues(0) + coordinates->point.getNum());
+            if (const auto *faces = dynamic_cast<SoFaceSet *>(node)) {
+                const std::int32_t *counts = faces->numVertices.getValues(0);
+                next.counts.assign(counts, counts + faces->numVertices.getNum());
+                next.name = node->getName().getString();
+                const float r = kit->radius.getValue();
+                next.part =
+                    signedArea({next.points.data(), static_cast<std::size_t>(counts[0])}) / (PI * r * r);
+                result.push_back(next);
+            }
+        }
+        return result;
+    }
+    std::string names() const {
+        std::string all;
+        for (const Slice &slice : slices())
+            all += slice.name + " ";
+        return all;
+    }
+    std::vector<Label> labels(const char *name) const {
+        std::vector<Label> result;
+        const SoGroup *group = this->part(name);
+        for (int k = 0; group && k < group->getNumChildren(); ++k) {
+            const auto *pair = static_cast<SoGroup *>(group->getChild(k));
+            const auto *text = static_cast<SoText3 *>(pair->getChild(1));
+            result.push_back({text->string[0].getString(), text->getName().getString(),
+                              static_cast<SoTransform *>(pair->getChild(0))->translation.getValue()});
+        }
+        return result;
+    }
+    std::string texts(const char *name) const {
+        std::string all;
+        for (const Label &label : labels(name))
+            all += (all.empty() ? "" : "|") + label.text;
+        return all;
+    }
+};
+
+using Flat = Scene<PoPieChart2D>;
+using Solid = Scene<PoPieChart3D>;
+
+TEST(PoPieChart, SmallSlicesAreGroupedWhenThereAreTwo) {
+    struct Row {
+        std::vector<float> values;
+        const char *fields, *names;
+        std::vector<double> parts;
+    };
+    std::vector<float> many(400, 1);
+    many[359] = 0, many[380] = 1e9f; // beyond the last one
+    for (const Row &row : {
+             Row{{50, 30, 1, 1, 1}, "", "slice1 slice2 sliceGroup6 ", {50 / 83., 30 / 83., 3 / 83.}},
+             Row{{50, 49, 1}, "", "slice1 slice2 slice3 ", {0.5, 0.49, 0.01}},
+             Row{{5, 5, 90}, "", "slice1 slice2 slice3 ", {0.05, 0.05, 0.9}},
+             Row{{1, 50, 1}, "sliceGroupActive FALSE", "slice1 slice2 slice3 ", {1 / 52., 50 / 52., 1 / 52.}},
+             Row{{4, 3, 20}, "sliceGroupFlagMin ABSOLUTE", "slice3 sliceGroup4 ", {20 / 27., 7 / 27.}},
+             Row{{1, 1}, "sliceGroupMinValue 60", "sliceGroup3 ", {1}},
+             Row{{10, -5, 0, NOT_A_NUMBER, 30}, "", "slice1 slice5 ", {0.25, 0.75}},
+             Row{{INFINITE, 3, -INFINITE}, "", "slice2 ", {1}},
+             Row{{HUGE_VALUE, HUGE_VALUE, HUGE_VALUE}, "", "slice1 slice2 slice3 ", {1 / 3., 1 / 3., 1 / 3.}},
+             Row{{HUGE_VALUE, HUGE_VALUE}, "sliceGroupMinValue 99", "sliceGroup3 ", {1}},
+             Row{{1, 2, 3}, "sliceText [ x, y ]", "slice1 slice2 ", {1 / 3., 2 / 3.}},
+             Row{{0, -1}, "", "", {}},
+             Row{many, "", "sliceGroup361 ", {1}},
+         }) {
+        SCOPED_TRACE(row.names);
+        Flat scene(row.values);
+        EXPECT_TRUE(scene.kit->SoFieldContainer::set(row.fields));
+        scene.traverse();
+        EXPECT_EQ(scene.names(), row.names);
+        const std::vector<Slice> slices = scene.slices();
+        ASSERT_EQ(slices.size(), row.parts.size());
+        for (std::size_t k = 0; k < slices.size(); ++k)
+            EXPECT_NEAR(slices[k].part, row.parts[k], 1e-3 * row.parts[k] + 1e-6);
+    }
+    Flat scene(many);
+    scene.kit->sliceGroupActive = FALSE;
+    scene.traverse();
+    EXPECT_EQ(scene.slices().size(), 359u);
+}
+
+TEST(PoPieChart, SlicesFollowEachOtherFromTheXAxisAndStandOut) {
+    Flat scene({25, 50, 25});
+    scene.kit->center.setValue(4, 7);
+    scene.kit->radius = 2;
+    scene.kit->setSliceToTranslate(3, 0.5f);
+    scene.kit->setSliceToTranslate(1, -3);
+    scene.traverse();
+    const std::vector<Slice> slices = scene.slices();
+    EXPECT_EQ(slices[0].points.size(), 47u) << "2 degrees a step, and the centre";
+    EXPECT_TRUE(slices[0].points[0].equals(SbVec3f(4, 7, 0), 1e-6f));
+    EXPECT_TRUE(slices[0].points[1].equals(SbVec3f(6, 7, 0), 1e-6f));
+    EXPECT_EQ(slices[0].points.back(), slices[1].points[1]) << "no gap";
+    EXPECT_TRUE(slices[1].points.back().equals(SbVec3f(4, 5, 0), 1e-5f));
+    const float out = 0.5f * std::sqrt(0.5f);
+    EXPECT_TRUE(slices[2].points[0].equals(SbVec3f(4 + out, 7 - out, 0), 1e-5f));
+    const test::Drawn drawn = test::drawnBy(scene.part("slice"));
+    EXPECT_NEAR(drawn.area, 4 * PI, 0.01) << "the half circle, too";
+    const auto *border = static_cast<SoCoordinate3 *>(scene.part("sliceBorder")->getChild(0));
+    EXPECT_EQ(border->point.getNum(), 48) << "closed";
+    EXPECT_TRUE(border->point[1].equals(SbVec3f(6, 7, 0.0002f), 1e-6f));
+
+    scene.setValues({0, 9});
+    scene.traverse();
+    EXPECT_EQ(scene.slices()[0].points.size(), 180u) << "a full turn has neither seam nor centre";
+    EXPECT_NEAR(test::drawnBy(scene.part("slice")).area, 4 * PI, 0.01);
+    EXPECT_NEAR(test::drawnBy(scene.part("sliceBorder")).length, 4 * PI, 0.01);
+}
+
+TEST(PoPieChart, ColorsRepeatAndTheGroupHasTheLast) {
+    Flat scene({10, 20, 30, 1, 1});
+    scene.kit->sliceColor.set("[ 1 0 0, 0 1 0 ]");
+    scene.traverse();
+    const std::vector<Slice> slices = scene.slices();
+    const SbColor red(1, 0, 0), green(0, 1, 0);
+    const SbColor expected[] = {red, green, red, green};
+    for (std::size_t k = 0; k < 4; ++k)
+        EXPECT_EQ(slices[k].color, expected[k]);
+    scene.kit->sliceColor.setNum(0);
+    auto *state = new SoMaterial;
+    state->diffuseColor.setValue(1, 0, 0);
+    scene.root->insertChild(state, 0);
+    scene.traverse();
+    const test::Drawn drawn = test::drawnBy(scene.root.get());
+    EXPECT_NEAR(drawn.redArea, drawn.area, 1e-6);
+}
+
+TEST(PoPieChart, BodiesAreClosedAndTheirNormalsPointOutwards) {
+    for (const bool isPulled : {false, true})
+        for (const std::vector<float> &values : {std::vector<float>{7}, {60, 25, 15}}) {
+            Solid scene(values);
+            scene.kit->center.setValue(1, 2, 3);
+            scene.kit->zCenter2 = 2.5f;
+            for (int k = 1; isPulled && k <= 3; ++k)
+                scene.kit->setSliceToTranslate(k, 0.2f);
+            scene.traverse();
+            double volume = 0;
+            SbVec3f sum(0, 0, 0); // of all faces, as vectors: nothing is open
+            for (const Slice &slice : scene.slices()) {
+                ASSERT_EQ(slice.normals.size(), slice.points.size());
+                std::size_t start = 0;
+                for (const std::int32_t count : slice.counts) {
+                    const std::span<const SbVec3f> face(slice.points.data() + start, count);
+                    SbVec3f area(0, 0, 0);
+                    for (std::size_t k = 1; k + 1 < face.size(); ++k)
+                        area += (face[k] - face[0]).cross(face[k + 1] - face[0]) / 2;
+                    for (std::size_t k = 0; k < face.size(); ++k)
+                        EXPECT_GT(slice.normals[start + k].dot(area), 0.99f * area.length());
+                    volume += area.dot(face[0] - SbVec3f(1, 2, 3)) / 3;
+                    sum += area;
+                    start += count;
+                }
+            }
+            EXPECT_NEAR(volume, PI / 2, 0.001);
+            EXPECT_LT(sum.length(), 1e-4f);
+            EXPECT_TRUE(test::drawnBy(scene.part("sliceBorder")).isFinite);
+            const float z = scene.labels("extAnnotText")[0].place[2];
+            EXPECT_NEAR(z, 3, 0.001) << "at the upper face, whichever it is";
+        }
+}
+
+TEST(PoPieChart, NumbersAreWrittenAsAReaderExpects) {
+    using Format = PbNumericDisplayFormat;
+    struct Row {
+        std::vector<float> values;
+        Format format;
+        const char *unit; ///< null: not visible
+        const char *valueTexts, *percentTexts;
+    };
+    for (const Row &row : {
+             Row{{50, 30, 20}, Format(), nullptr, "50|30|20", "50%|30%|20%"},
+             Row{{35361, 3853, 1437}, Format(), " GWh", "35361 GWh|3853 GWh|1437 GWh", "87.0%|9.5%|3.5%"},
+             Row{{30.5f, 20.25f, 10}, Format(), nullptr, "30.50|20.25|10.00", "50%|33%|16%"},
+             Row{{0.05f, 0.025f}, Format(), nullptr, "0.050|0.025", "67%|33%"},
+             Row{{3e9f, 1e9f}, Format(), nullptr, "3E9|1E9", "75%|25%"},
+             Row{{3000, 1000}, Format(Format::FLOAT_FORMAT, 3, 1), nullptr, "3.0E3|1.0E3", "75.0%|25.0%"},
+             Row{{3000, 1000}, Format(Format::FLOAT_FORMAT, 3, 1), " kt", "3.0 kt|1.0 kt", "75.0%|25.0%"},
+             Row{{3, 1, -1000}, Format(Format::INTEGER_FORMAT, 0, 0), "", "3|1", "75%|25%"},
+             Row{{50, 1, 2}, Format(), nullptr, "50|3", "94.3%|5.7%"},
+         }) {
+        SCOPED_TRACE(row.valueTexts);
+        Flat scene(row.values);
+        Format format(row.format);
+        scene.kit->setFormat(&format);
+        scene.kit->extAnnotPercentVisibility = TRUE;
+        scene.kit->intAnnotAddStringVisibility = row.unit != nullptr;
+        scene.kit->intAnnotAddString = row.unit ? row.unit : "unseen";
+        scene.traverse();
+        EXPECT_EQ(scene.texts("intAnnotValue"), row.valueTexts);
+        EXPECT_EQ(scene.texts("extAnnotPercent"), row.percentTexts);
+    }
+}
+
+TEST(PoPieChart, AnnotationsStandWhereTheFieldsSay) {
+    Flat scene({50, 25, 25});
+    scene.kit->center.setValue(10, 0);
+    scene.kit->radius = 2;
+    scene.kit->SoFieldContainer::set(
+        "extAnnotValueVisibility TRUE intAnnotTextVisibility TRUE intAnnotDistance 0.5");
+    scene.traverse();
+    EXPECT_EQ(scene.texts("extAnnotText"), "a|bb|c");
+    EXPECT_EQ(scene.texts("intAnnotText"), "a|bb|c");
+    EXPECT_EQ(scene.part<SoNode>("extAnnotPercent"), nullptr);
+    EXPECT_FLOAT_EQ(scene.part<SoFont>("extAnnotTextApp.font")->size.getValue(), 0.05f);
+    const SbVec3f inside =
+        (scene.labels("intAnnotText")[0].place + scene.labels("intAnnotValue")[0].place) / 2;
+    EXPECT_NEAR(inside[0], 10, 0.02) << "centred";
+    EXPECT_NEAR(inside[1], 1 - 0.32 * 0.05, 1e-4) << "between the lines of capitals";
+    for (int position = -1; position <= 7; ++position) {
+        SCOPED_TRACE(position);
+        scene.kit->extAnnotPosition = position;
+        scene.kit->intAnnotPosition = position;
+        scene.traverse();
+        for (const Label &label : scene.labels("extAnnotText"))
+            EXPECT_GT((label.place - SbVec3f(10, 0, 0)).length(), 2) << label.text;
+        for (const Label &label : scene.labels("intAnnotText"))
+            EXPECT_LT((label.place - SbVec3f(10, 0, 0)).length(), 1.2f);
+        const auto *turn = static_cast<SoTransform *>(
+            static_cast<SoGroup *>(scene.part("intAnnotValue")->getChild(1))->getChild(0));
+        EXPECT_EQ(turn->rotation.getValue() != SbRotation::identity(), position == 0 || position == 2);
+    }
+    scene.kit->extAnnotTextFontName = "Own";
+    scene.kit->extAnnotValueFontSize = 0.3f;
+    auto *attributes = new PoMiscTextAttr;
+    attributes->fontName = "Scene";
+    scene.root->insertChild(attributes, 0);
+    scene.kit->arrowVisibility = FALSE;
+    scene.traverse();
+    EXPECT_EQ(scene.part<SoFont>("extAnnotTextApp.font")->name.getValue(), "Own");
+    EXPECT_EQ(scene.part<SoFont>("extAnnotValueApp.font")->name.getValue(), "Scene");
+    EXPECT_FLOAT_EQ(scene.part<SoFont>("extAnnotValueApp.font")->size.getValue(), 0.3f);
+    EXPECT_EQ(scene.part("arrow"), nullptr);
+}
+
+TEST(PoPieChart, PicksFindSlicesByTheirShapesAndLabels) {
+    Solid scene({50, 40, 3, 2});
+    scene.kit->zCenter2 = 0.2f;
+    scene.kit->extAnnotTextFontSize = 0.2f;
+    auto *other = new PoPieChart2D(SbVec2f(5, 0), 1, 2, const_cast<const char **>(NAMES),
+                                   scene.kit->sliceValue.getValues(0), 0, nullptr);
+    scene.root->addChild(other);
+    const auto pick = [&](const PoPieChart *kit, const SbVec2f &at, int &isGroup) {
+        SoRayPickAction action(SbViewportRegion(100, 100));
+        action.setRay(SbVec3f(at[0], at[1], 10), SbVec3f(0, 0, -1));
+        action.apply(scene.root.get());
+        return kit->getPickedSliceNumber(
+            action.getPickedPoint() ? action.getPickedPoint()->getPath() : nullptr, isGroup);
+    };
+    struct Row {
+        const char *name;
+        SbVec2f at;
+        int number, isGroup;
+    };
+    scene.traverse();
+    for (const Row &row : {Row{"first", {0, 0.5f}, 1, 0},
+                           {"second", {-0.3f, -0.3f}, 2, 0},
+                           {"small ones", {0.8f, -0.1f}, 5, 1},
+                           {"nothing", {3, 3}, 0, 0},
+                           {"below its box", {-0.07f, 0.66f}, 1, 0},
+
+                           {"other", {5, 0.5f}, 0, 0}}) {
+        SCOPED_TRACE(row.name);
+        int isGroup = 7;
+        EXPECT_EQ(pick(scene.kit, row.at, isGroup), row.number);
+        EXPECT_EQ(isGroup, row.isGroup);
+    }
+    int isGroup = 7;
+    EXPECT_EQ(pick(other, {5, 0.5f}, isGroup), 1);
+    const SbVec3f label = scene.labels("extAnnotText")[0].place;
+    int numHits = 0;
+    for (int step = -20; step < 20; ++step)
+        numHits +=
+            pick(scene.kit, {label[0] + 0.01f * static_cast<float>(step), label[1] + 0.05f}, isGroup) == 1;
+    EXPECT_GT(numHits, 0) << "the letters of a label";
+}
+
+TEST(PoPieChart, SlicesToTranslateAreEntries) {
+    const test::Ref<PoPieChart2D> kit(new PoPieChart2D);
+    EXPECT_EQ(kit->getSliceToTranslate(2), 0);
+    kit->setSliceToTranslate(2, 0.5f);
+    kit->setSliceToTranslate(4, 0.1f);
+    kit->setSliceToTranslate(2, 0.25f);
+    EXPECT_EQ(kit->sliceToTranslateNumber.getNum(), 2);
+    EXPECT_EQ(kit->getSliceToTranslate(2), 0.25f);
+    kit->sliceToTranslateNumber.set("[ 2, 4, 6, 8 ]"); // the last two have no value
+    EXPECT_EQ(kit->getSliceToTranslate(6), 0);
+    kit->setSliceToTranslate(8, 1);
+    EXPECT_EQ(kit->sliceToTranslateNumber[2], 8);
+    for (const int number : {0, -2, 65538})
+        kit->setSliceToTranslate(number, 3);
+    EXPECT_EQ(kit->sliceToTranslateValue.getNum(), 3);
+}
+
+TEST(PoPieChart, EachChangeRebuildsOnceAndWithoutSlicesAllPartsGo) {
+    Flat scene({50, 30, 1, 1, 1});
+    for (const char *field :
+         {"radius 2", "sliceColor [ 1 0 0 ]", "intAnnotPosition RADIAL_INT_POS", "intAnnotAlignment 4",
+          "intAnnotTextVisibility TRUE", "intAnnotPercentVisibility TRUE", "intAnnotDistance 0.5",
+          "extAnnotPosition SQUARE_ALIGNED_EXT_POS", "extAnnotValueVisibility TRUE", "extAnnotDistance1 1.1",
+          "extAnnotPercentVisibility TRUE", "arrowHeight 0.1", "sliceGroupMinValue 1.3",
+          "sliceGroupFlagMin ABSOLUTE", "sliceToTranslateNumber [ 1 ]", "sliceAngleStep 0.1", "center 1 2"})
+        EXPECT_EQ(scene.rebuildsOf([&] { scene.kit->SoFieldContainer::set(field); }), 1) << field;
+    auto *format = new PoNumericDisplayFormat;
+    scene.root->insertChild(format, 0);
+    scene.traverse();
+    EXPECT_EQ(scene.rebuildsOf([&] { format->numDecimal = 2; }), 1);
+    for (const char *name : GENERATED)
+        EXPECT_NE(scene.part<SoNode>(name), nullptr) << name;
+    scene.kit->sliceValue.setNum(0);
+    scene.traverse();
+    for (const char *name : GENERATED)
+        EXPECT_EQ(scene.part<SoNode>(name), nullptr) << name;
+}
+
+TEST(PoPieChart, FilesHoldTheFieldsAndMakeTheSamePicture) {
+    Flat scene;
+    scene.kit->extAnnotPosition = PoPieChart::VERT_ALIGNED_EXT_POS;
+    const test::Drawn drawn = test::drawnBy(scene.root.get());
+    const std::string file = test::written(scene.root.get());
+    EXPECT_NE(file.find("extAnnotPosition VERT_ALIGNED_EXT_POS"), std::string::npos);
+    EXPECT_EQ(file.find("Font {"), std::string::npos);
+    const auto copy = test::readBack(file);
+    ASSERT_TRUE(copy);
+    EXPECT_EQ(test::drawnBy(copy.get()).length, drawn.length);
+    EXPECT_TRUE(test::readBack("#Inventor V2.1 ascii\nPoPieChart { radius 3 }")) << "draws nothing";
+}
+
+TEST(PoPieChart, BadInputHasADefinedResult) {
+    struct Row {
+        const char *field;
+        float value;
+        bool isDrawn;
+    };
+    const Row rows[] = {
+        {"radius", 0, false},
+        {"radius", -1, false},
+        {"radius", NOT_A_NUMBER, false},
+        {"radius", INFINITE, false},
+        {"radius", HUGE_VALUE, false},
+        {"radius", 1e-30f, true},
+        {"zCenter2", 0, true},
+        {"zCenter2", -1, true},
+        {"zCenter2", NOT_A_NUMBER, false},
+        {"zCenter2", INFINITE, false},
+        {"sliceAngleStep", 0, true},
+        {"sliceAngleStep", -1, true},
+        {"sliceAngleStep", 9, true},
+        {"sliceGroupMinValue", NOT_A_NUMBER, true},
+        {"intAnnotDistance", INFINITE, true},
+        {"extAnnotDistance1", 0.2f, true},
+        {"extAnnotDistance1", NOT_A_NUMBER, true},
+        {"extAnnotDistance2", HUGE_VALUE, true},
+        {"extAnnotDistance3", INFINITE, true},
+        {"arrowHeight", HUGE_VALUE, true},
+        {"arrowWidth", -1, true},
+        {"extAnnotTextFontSize", NOT_A_NUMBER, true},
+        {"extAnnotTextFontSize", HUGE_VALUE, true},
+        {"intAnnotValueFontSize", INFINITE, true},
+    };
+    for (const Row &row : rows)
+        for (const int position : {0, 3, 4, 5, 6}) {
+            SCOPED_TRACE(std::string(row.field) + " " + std::to_string(row.value));
+            Solid scene;
+            scene.kit->extAnnotPosition = position;
+            static_cast<SoSFFloat *>(scene.kit->getField(row.field))->setValue(row.value);
+            EXPECT_TRUE(test::drawnBy(scene.root.get()).isFinite);
+            EXPECT_EQ(scene.slices().empty(), !row.isDrawn);
+        }
+    for (const float distance : {NOT_A_NUMBER, INFINITE, HUGE_VALUE, -1.f}) {
+        Solid scene;
+        scene.kit->setSliceToTranslate(2, distance);
+        EXPECT_TRUE(test::drawnBy(scene.root.get()).isFinite);
+    }
+    Flat scene;
+    const std::string longText(5000, 'x');
+    scene.kit->sliceText.set1Value(0, "");
+    scene.kit->sliceText.set1Value(1, longText.c_str());
+    scene.kit->extAnnotAlignment = 99;
+    EXPECT_TRUE(test::drawnBy(scene.root.get()).isFinite);
+    EXPECT_EQ(scene.labels("extAnnotText").size(), 2u) << "none without letters";
+
+    const char *texts[] = {"a", nullptr};
+    const float values[] = {1, 2};
+    for (const test::Ref<PoPieChart2D> &kit :
+         {test::Ref(new PoPieChart2D({0, 0}, 1, 2, nullptr, values, 0, nullptr)),
+          test::Ref(new PoPieChart2D({0, 0}, 1, 2, texts, nullptr, 3, nullptr)),
+          test::Ref(new PoPieChart2D({0, 0}, 1, -2, texts, values, -3, nullptr))}) {
+        EXPECT_EQ(kit->sliceText.getNum(), 0);
+        EXPECT_EQ(kit->sliceColor.getNum(), 0);
+    }
+    const test::Ref<PoPieChart3D> kit(new PoPieChart3D({1, 2, 3}, 4, 5, 2, texts, values, 0, nullptr));
+    EXPECT_EQ(kit->sliceText[1], "");
+    EXPECT_EQ(kit->sliceValue[1], 2);
+}
+
+TEST(PoPieChart, ObjectsMayGoWhileThePartsAreSet) {
+    for (const char *part : GENERATED) {
+        auto attributes = std::make_unique<PbMiscTextAttr>();
+        auto format = std::make_unique<PbNumericDisplayFormat>();
+        const Flat scene;
+        scene.kit->setMiscTextAttr(attributes.get());
+        scene.kit->setFormat(format.get());
+        scene.kit->SoFieldContainer::set("intAnnotTextVisibility TRUE intAnnotPercentVisibility TRUE "
+                                         "extAnnotValueVisibility TRUE extAnnotPercentVisibility TRUE");
+        scene.kit->rebuild();
+        struct Objects {
+            std::unique_ptr<PbMiscTextAttr> attributes;
+            std::unique_ptr<PbNumericDisplayFormat> format;
+            PoPieChart2D *kit;
+        } objects{std::move(attributes), std::move(format), scene.kit};
+        SoFieldSensor sensor(
+            [](void *data, SoSensor *) {
+                auto *all = static_cast<Objects *>(data);
+                all->attributes.reset();
+                all->format.reset();
+                all->kit->sliceValue.setNum(0);
+            },
+            &objects);
+        sensor.setPriority(0);
+        sensor.attach(scene.kit->getField(part));
+        scene.kit->setUpdateMethod(PoBase::UPDATE_IMMEDIATE); // parts are set with the notification on
+        scene.kit->touchKit();
+        EXPECT_EQ(objects.format, nullptr) << part;
+    }
+}
+
+} // namespace
