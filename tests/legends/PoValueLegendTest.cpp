@@ -74,22 +74,22 @@ TEST(PoValueLegend, NothingCoversAnythingInAnyArrangement) {
     for (const std::string &before : {std::string(LINEAR), std::string(CUT), std::string(TABLE),
                                       std::string(STEPS), forty + "] }", close + "] }" + STEPS})
         for (const char *place : {"end 1 1", "end 1 4", "start 7 1 end 0 0"})
-            for (const char *texts :
-                 {"POS_RIGHT", "POS_LEFT maxValueSize 0.2", "POS_TOP maxValueSize 9 numColumns 16",
-                  "POS_BOTTOM valueAddStringVisibility TRUE valueAddString \" m\" numColumns 3 "
-                  "incrementType HORIZONTAL_INCREMENT"})
-                for (const char *title : {"", "titleVisibility VISIBILITY_ON titlePosition POS_TOP",
-                                          "titleVisibility VISIBILITY_ON titlePosition POS_LEFT"}) {
-                    const std::string grid =
-                        std::string(place) + " titleString \"Depth\" " + title + " valuePosition " + texts;
-                    SCOPED_TRACE(before + grid);
-                    std::string boxes = grid;
-                    if (const std::size_t at = boxes.find("maxValueSize"); at != std::string::npos)
-                        boxes.erase(at, sizeof("maxValueSize 9") - (texts[4] == 'L' ? -1 : 1));
-                    check(Scene<PoLinearValueLegend>(before, grid), before);
-                    check(Scene<PoNonLinearValueLegend3>(before, grid), before);
-                    check(Scene<PoNonLinearValueLegend1>(before, boxes), before);
-                    check(Scene<PoNonLinearValueLegend2>(before, boxes), before);
+            for (const auto &[texts, ofBar] :
+                 {std::pair("POS_RIGHT", ""),
+                  {"POS_LEFT", " maxValueSize 0.2"},
+                  {"POS_TOP numColumns 16", " maxValueSize 9"},
+                  {"POS_BOTTOM valueAddStringVisibility TRUE valueAddString \" m\" numColumns 3 "
+                   "incrementType HORIZONTAL_INCREMENT titlePosition POS_LEFT",
+                   ""}})
+                for (const char *title : {"VISIBILITY_OFF", "VISIBILITY_ON"}) {
+                    const std::string fields = std::string(place) +
+                                               " titleString \"Depth\" titleVisibility " + title +
+                                               " valuePosition " + texts;
+                    SCOPED_TRACE(before + fields);
+                    check(Scene<PoLinearValueLegend>(before, fields + ofBar), before);
+                    check(Scene<PoNonLinearValueLegend3>(before, fields + ofBar), before);
+                    check(Scene<PoNonLinearValueLegend1>(before, fields), before);
+                    check(Scene<PoNonLinearValueLegend2>(before, fields), before);
                     ASSERT_FALSE(testing::Test::HasFailure());
                 }
 }
