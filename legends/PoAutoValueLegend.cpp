@@ -29,6 +29,8 @@ namespace {
 constexpr float kStackedRow = 2.275f;
 /// What a multiplication factor adds to the height of a vertical legend: itself, and the gap.
 constexpr float kFactorRoom = oravane::kFactorHeight + oravane::kFactorGap;
+/// From the middle of "x 10" to the top of its exponent.
+constexpr float kRaisedHeight = 0.9f;
 /// How far letters reach below their line.
 constexpr float kDescender = 0.28f;
 
@@ -403,5 +405,7 @@ void PoAutoValueLegend::drawValuesOneBoxLegend(const OneBox &bar, const LegendBa
         limit.xmin -= missing;
     else if (bar.side == TextSide::Left && missing > 0)
         limit.xmax += missing;
+    else if (bar.side == TextSide::Above)
+        limit.ymin = 2 * (limit.ymax - s * kRaisedHeight) - limit.ymax; // the exponent stays inside
     drawMultFactor(bar.isVertical() ? MULT_FACTOR_ABOVE : MULT_FACTOR_RIGHT, limit);
 }

@@ -158,7 +158,7 @@ PoValueLegend::ShownValues PoValueLegend::shownValues() const {
 
 namespace {
 
-/// Whether all ascending values are written to a fiftieth of their distance to the next.
+/// Whether all ascending values are written exactly to a fiftieth of their distance to the next.
 bool tellsApart(const PiNumericFormat &format, std::span<const float> values) {
     const double unit = std::pow(10.0, format.getTenPower());
     double before = 0;
@@ -180,18 +180,26 @@ bool tellsApart(const PiNumericFormat &format, std::span<const float> values) {
 
 void PoValueLegend::chooseFormat(std::span<const float> values) {
     const PbNumericDisplayFormat *format = getFormat();
-    const int count = static_cast<int>(values.size());
-    // Round distances make short texts, but may round values, too.
-    for (const int roundStep : {1, 0}) {
-        m_numbers = PiNumericFormat();
-        m_numbers.setFormat(format, count, values.data(), roundStep);
-        if (tellsApart(m_numbers, values))
+    m_numbers = PiNumericFormat();
+    m_numbers.setFormat(format, static_cast<int>(values.size()), values.data(), 0);
+    PbNumericDisplayFormat::FormatType type{};
+    int tenPower = 0, numDecimal = 0;
+    format->getFormat(type, tenPower, numDecimal);
+    if (type != PbNumericDisplayFormat::AUTO_FORMAT)
+        return;
+    // The mean distance of irregular values says little about the decimals that they need.
+    constexpr int MOST_DECIMALS = 5;
+    for (int decimals = 0; decimals <= MOST_DECIMALS; ++decimals) {
+        PiNumericFormat shortest;
+        if (decimals == 0)
+            shortest.setFormatInteger(m_numbers.getTenPower());
+        else
+            shortest.setFormatFloatingPoint(decimals, m_numbers.getTenPower());
+        if (tellsApart(shortest, values)) {
+            m_numbers = shortest;
             return;
+        }
     }
-    float closest = values.back() - values.front();
-    for (std::size_t i = 1; i < values.size(); ++i)
-        closest = std::min(closest, values[i] - values[i - 1]);
-    m_numbers.setFormat(format, values.front(), values.back(), closest, 0);
 }
 
 SbString PoValueLegend::valueString(float value) const {
