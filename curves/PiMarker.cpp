@@ -4,7 +4,10 @@
 
 #include <oravane/PiText.h>
 
+#include <Inventor/SoPrimitiveVertex.h>
+#include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/nodes/SoCoordinate3.h>
+#include <Inventor/nodes/SoFont.h>
 #include <Inventor/nodes/SoPointSet.h>
 #include <Inventor/nodes/SoTransform.h>
 #include <Inventor/nodes/SoTransformSeparator.h>
@@ -22,6 +25,27 @@ void addDots(SoGroup *group, std::span<const SbVec2f> places) {
     coordinates->point.finishEditing();
     group->addChild(coordinates);
     group->addChild(new SoPointSet);
+}
+
+/// Of the letters themselves: the box of a text node reaches from the line that they stand on.
+SbBox2f outlineOf(SoNode *label, const SbString &fontName, float size) {
+    auto *scene = new SoGroup;
+    scene->ref();
+    scene->addChild(oravane::newFont(fontName, size));
+    scene->addChild(label);
+    SbBox2f box;
+    SoCallbackAction action;
+    const auto extend = [](void *data, SoCallbackAction *, const SoPrimitiveVertex *a,
+                           const SoPrimitiveVertex *b, const SoPrimitiveVertex *c) {
+        for (const SoPrimitiveVertex *vertex : {a, b, c})
+            static_cast<SbBox2f *>(data)->extendBy(SbVec2f(vertex->getPoint()[0], vertex->getPoint()[1]));
+    };
+    action.addTriangleCallback(SoShape::getClassTypeId(), extend, &box);
+    action.apply(scene);
+    label->ref();
+    scene->unref();
+    label->unrefNoDelete();
+    return box;
 }
 
 } // namespace
@@ -63,19 +87,17 @@ void PiMarker::build(SoGroup *group, std::span<const SbVec2f> places) const {
 /// A text around the origin. Letters such as "*" lie high on their line, and others low: the middle of what
 /// is seen counts.
 SoNode *PiMarker::newText() const {
+    auto *group = new SoGroup;
     PiText text;
-    const auto [horizontal, vertical] = oravane::alignmentAt(
-        oravane::TextSide::Centre, PiText::TEXT_PATH_RIGHT, oravane::LetterEdge::Capitals);
-    text.setAlignment(horizontal, vertical);
     text.setFont(m_fontName, m_fontSize);
     text.setString(m_string.getString());
-    SbBox2f box;
-    int numLines = 0;
-    text.getLimit(box, numLines);
-    if (!box.isEmpty())
-        text.setOrigin(-box.getCenter());
-    auto *group = new SoGroup;
     text.setGroup(group);
+    text.build();
+    const SbBox2f outline = outlineOf(group, m_fontName, m_fontSize);
+    if (outline.isEmpty())
+        return group;
+    group->removeAllChildren();
+    text.setOrigin(-outline.getCenter());
     text.build();
     return group;
 }
