@@ -17,7 +17,8 @@ template <class Shape>
 void addShape(SoGroup *group, std::span<const SbVec3f> points) {
     const auto count = static_cast<std::int32_t>(points.size());
     const int last = group->getNumChildren() - 1;
-    if (last < 0 || !group->getChild(last)->isOfType(Shape::getClassTypeId())) {
+    if (last < 1 || !group->getChild(last)->isOfType(Shape::getClassTypeId()) ||
+        !group->getChild(last - 1)->isOfType(SoCoordinate3::getClassTypeId())) {
         const SoGroup *shape = newUniformShapeGroup<Shape>(points, points.size());
         shape->ref();
         group->addChild(shape->getChild(0));
@@ -32,7 +33,7 @@ void addShape(SoGroup *group, std::span<const SbVec3f> points) {
 }
 
 SoMaterial *materialOf(SoGroup *faces) {
-    if (faces->getNumChildren() > 0)
+    if (faces->getNumChildren() > 0 && faces->getChild(0)->isOfType(SoMaterial::getClassTypeId()))
         return static_cast<SoMaterial *>(faces->getChild(0));
     auto *material = new SoMaterial;
     material->diffuseColor.setNum(0);
@@ -44,7 +45,7 @@ SoMaterial *materialOf(SoGroup *faces) {
     return material;
 }
 
-/// Pages paint a face in one colour: so many faces that their steps are not seen.
+/// So many faces that their steps are not seen.
 int stripesOf(const BoxFill &fill) {
     constexpr float PER_WHOLE_RANGE = 64;
     float contrast = std::abs(fill.secondTransparency - fill.firstTransparency);

@@ -28,8 +28,9 @@ struct BoxOutline {
 /// Corners from the lower left one on, counter-clockwise, and the first one again.
 std::array<SbVec3f, 5> cornersOf(const BoxOutline &box);
 
-/// Adds a box to a group, which holds the faces of all boxes that were added to it: material, binding,
-/// coordinates and one face set.
+/// Adds a box to a group, which holds all boxes that were added to it: material, binding, coordinates and one
+/// face set. Where colours run into each other the box is many faces, side by side: pages paint a face in one
+/// colour.
 void addFace(SoGroup *faces, const BoxOutline &box, const BoxFill &fill);
 /// The same with the colour of the scene; all boxes of a group are added in the same way.
 void addFace(SoGroup *faces, const BoxOutline &box);

@@ -187,6 +187,7 @@ struct PoAutoValueLegend::OneBox {
     float from = 0, to = 0;        ///< the range
     std::vector<float> values;     ///< where parts of the box meet, ends included
     std::vector<float> positions;  ///< of the values, from 0 to 1
+    std::size_t firstShown = 0;    ///< index of the first value that may have a label
     std::vector<SbString> labels;  ///< of the threshold boxes too
     std::vector<BarLabel> extents; ///< of the labels of values
     BarContent content;
@@ -196,7 +197,10 @@ struct PoAutoValueLegend::OneBox {
     float width() const { return isVertical() ? room.xmax - room.xmin : room.ymax - room.ymin; }
     SbVec2f at(float along, float across) const;
     oravane::BoxOutline outline(const LegendBar::Range &range, float thickness, float z) const;
-    float positionOf(float value) const { return to > from ? (value - from) / (to - from) : 0.5f; }
+    float positionOf(float value) const {
+        const double range = static_cast<double>(to) - from;
+        return range > 0 ? static_cast<float>((static_cast<double>(value) - from) / range) : 0.5f;
+    }
 };
 
 SbVec2f PoAutoValueLegend::OneBox::at(float along, float across) const {
@@ -219,8 +223,8 @@ oravane::BoxOutline PoAutoValueLegend::OneBox::outline(const LegendBar::Range &r
             std::abs(b[1] - a[1])};
 }
 
-/// The range, the values that divide it, and the ones that have labels.
-void PoAutoValueLegend::findRange(ValDistrib distribution, OneBox &bar) {
+/// The range, and the values that divide it.
+void PoAutoValueLegend::findRange(ValDistrib distribution, OneBox &bar) const {
     const auto [first, last, period] = shownValues();
     const float *values = m_values.data();
     bar.from = values[first];
@@ -236,6 +240,7 @@ void PoAutoValueLegend::findRange(ValDistrib distribution, OneBox &bar) {
     }
     if (bar.from < values[first])
         bar.values.push_back(bar.from);
+    bar.firstShown = bar.values.size();
     bar.values.insert(bar.values.end(), values + first, values + last + 1);
     if (bar.to > values[last])
         bar.values.push_back(bar.to);
@@ -243,24 +248,28 @@ void PoAutoValueLegend::findRange(ValDistrib distribution, OneBox &bar) {
         bar.positions.push_back(distribution == DISTRIB_LINEAR && bar.values.size() > 1
                                     ? static_cast<float>(i) / static_cast<float>(bar.values.size() - 1)
                                     : bar.positionOf(bar.values[i]));
-    const auto addLabel = [&](float value, float position) {
-        bar.labels.push_back(valueString(value));
-        bar.labels.back() += attr().addString;
-        bar.extents.push_back({position, 0, 0});
-    };
+}
+
+void PoAutoValueLegend::findLabels(ValDistrib distribution, OneBox &bar) {
     if (!attr().hasValues)
         return;
+    const auto addLabel = [&](std::size_t index) {
+        bar.labels.push_back(valueString(bar.values[index]));
+        bar.labels.back() += attr().addString;
+        bar.extents.push_back({bar.positions[index], 0, 0});
+    };
     if (distribution == DISTRIB_MIN_MAX) {
         const std::array ends = {bar.from, bar.to};
-        chooseFormat(std::span(ends).first(bar.to > bar.from ? 2 : 1));
-        addLabel(bar.from, bar.to > bar.from ? 0 : 0.5f);
-        if (bar.to > bar.from)
-            addLabel(bar.to, 1);
+        const std::size_t count = bar.to > bar.from ? 2 : 1;
+        chooseFormat(std::span(ends).first(count));
+        addLabel(0);
+        if (count == 2)
+            addLabel(bar.values.size() - 1);
         return;
     }
-    const std::size_t shift = bar.from < values[first] ? 1 : 0;
-    for (int i = first; i <= last; i += period)
-        addLabel(values[i], bar.positions[static_cast<std::size_t>(i - first) + shift]);
+    const auto [first, last, period] = shownValues();
+    for (int i = 0; i <= last - first; i += period)
+        addLabel(bar.firstShown + static_cast<std::size_t>(i));
 }
 
 void PoAutoValueLegend::computeUndefBoxOneBoxLegend(OneBox &bar) {
@@ -312,6 +321,7 @@ void PoAutoValueLegend::drawOneBoxLegend(ValDistrib distribution, int gradient) 
     FontSizeFunction fontSizeIn;
     if (hasValues()) {
         findRange(distribution, bar);
+        findLabels(distribution, bar);
         computeUndefBoxOneBoxLegend(bar);
         computeValFtSizeOneBoxLegend(bar);
         fontSizeIn = [&](float width, float height) {

@@ -64,7 +64,8 @@ private:
     struct OneBox;
 
     oravane::LegendCells computeStrFtSizeLegendBoxes(int count, const std::vector<SbVec2f> &sizes);
-    void findRange(ValDistrib distribution, OneBox &bar);
+    void findRange(ValDistrib distribution, OneBox &bar) const;
+    void findLabels(ValDistrib distribution, OneBox &bar);
     void computeUndefBoxOneBoxLegend(OneBox &bar);
     void computeValFtSizeOneBoxLegend(OneBox &bar) const;
     void drawValuesRectOneBoxLegend(const OneBox &bar, const oravane::LegendBar &layout, int gradient,

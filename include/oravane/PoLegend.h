@@ -33,13 +33,14 @@ struct LegendCells;
 /// rectangle without a width or a height, or with corners that are not finite, shows nothing. What lies upon
 /// the background is a thousandth of the rectangle's size nearer than it, to be safe from depth buffers.
 ///
-/// Left and lower margins that leave nothing over, margins below 0 and those that are no numbers are replaced
-/// by 0.05 of the rectangle's smaller side: all four if relative ones are negative, else those of the
-/// direction.
+/// Relative margins are fractions of width and height. When one of the four is below 0 all become 0.05 of the
+/// smaller side; when two opposite ones leave nothing, these two do. Fixed margins are lengths; when two
+/// opposite ones leave nothing, or are not finite, all four become that figure.
 ///
-/// The background is black, as screens are, and pages show it white by their exchange of black and white. For
-/// a white one, `legend->set("backgroundApp.material { diffuseColor 1 1 1 }")`, and a black
-/// `appearance.material` for texts and borders.
+/// The background is black, as screens are, and pages show it white as long as they exchange black and white
+/// (`SoVectorizeAction::setColorTranslationMethod`). For a white one on screens,
+/// `legend->set("backgroundApp.material { diffuseColor 1 1 1 } appearance.material { diffuseColor 0 0 0 }")`,
+/// the latter for texts and borders.
 class ORAVANE_API PoLegend : public PoKestrava {
     SO_KIT_HEADER(PoLegend);
     ORAVANE_SHOWN_PART_HEADER(background);
@@ -148,8 +149,8 @@ protected:
     /// New parts `valueText` and its font with the texts of the grid.
     void drawValuesLegendBoxesA(const oravane::LegendGrid &grid, const SbVec2f &corner,
                                 const std::vector<SbString> &strings);
-    /// Adds box `index` to the faces and to the borders, which `addFace` and `addBorder` of the library's own
-    /// legends gather in one shape each; here in the colour of the scene.
+    /// Adds the face and the border of box `index` to groups that hold those of all boxes; here in the colour
+    /// of the scene.
     virtual void drawBoxLegendBoxesA(SoGroup *face, SoGroup *border, const SbVec2f &corner, float width,
                                      float height, int index);
     /// Widths in the row of a box, a line and a marker, in font sizes; 0 for what is not shown. Here a box.

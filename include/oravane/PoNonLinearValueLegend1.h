@@ -4,7 +4,8 @@
 #include <oravane/PoAutoValueLegend.h>
 
 /// Separate boxes, each for the range between two values, and one for what is less than the first value and
-/// one for what is greater than the last. The colours of the two ends of a range run into each other.
+/// one for what is greater than the last. The colours of the two ends of a range run into each other; where
+/// the colours of the mapping jump at the end, it is that below.
 ///
 /// Of the values first to last with a period p there are (last - first) / p ranges, rounded down: from the
 /// first, the first + p, ... value to the one next to it. The lowest box always is that below the first of
