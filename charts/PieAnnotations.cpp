@@ -365,6 +365,7 @@ std::vector<PlacedPieLabel> placeAroundPie(const PieLabelRules &rules, std::span
         pulled = std::max(pulled, label.translation);
     const std::vector<std::size_t> indices = withLines(labels);
     std::vector<PieLabel> present;
+    present.reserve(indices.size());
     for (const std::size_t k : indices)
         present.push_back(labels[k]);
     Surroundings surroundings(rules, present, pulled);

@@ -8,7 +8,7 @@
 #include <oravane/PoMiscTextAttrElement.h>
 #include <oravane/PoNumericDisplayFormatElement.h>
 
-#include <Inventor/SoPath.h>
+#include <Inventor/misc/SoTempPath.h>
 #include <Inventor/nodekits/SoAppearanceKit.h>
 #include <Inventor/nodes/SoAnnotation.h>
 
@@ -216,17 +216,19 @@ void PoPieChart::setDefaultOnNonWritingFields() {
 
 int PoPieChart::getPickedSliceNumber(const SoPath *path, int &isGroup) const {
     isGroup = FALSE;
-    // Kits hide what is below them from plain paths.
-    const auto *full = static_cast<const SoFullPath *>(path);
-    const int kit = full ? full->findNode(this) : -1;
-    for (int k = full ? full->getLength() - 1 : -1; kit >= 0 && k > kit; --k) {
-        const oravane::PieSliceName name = oravane::parseSliceName(full->getNode(k)->getName().getString());
-        if (name.number > 0) {
-            isGroup = name.isGroup;
-            return name.number;
-        }
-    }
-    return 0;
+    if (!path)
+        return 0;
+    // Paths hide what is below a kit; a copy of this kind does not.
+    auto *full = new SoTempPath(path->getLength());
+    full->ref();
+    static_cast<SoPath &>(*full) = *path;
+    oravane::PieSliceName name;
+    const int kit = full->findNode(this);
+    for (int k = full->getLength() - 1; kit >= 0 && k > kit && name.number == 0; --k)
+        name = oravane::parseSliceName(full->getNode(k)->getName().getString());
+    full->unref();
+    isGroup = name.isGroup;
+    return name.number;
 }
 
 namespace {

@@ -74,8 +74,8 @@ struct PieAnnotParts;
 /// borders are made with all annotations and drawn with the style INVISIBLE at first:
 ///
 /// \code
-///   pie->set("extAnnotBoxApp { drawStyle DrawStyle {} material Material { diffuseColor 1 1 0.8 } }");
-///   pie->set("extAnnotBoxBorderApp.drawStyle { style LINES }");
+///   pie->set("extAnnotBoxApp.drawStyle { style FILLED } extAnnotBoxApp.material { diffuseColor 1 1 0.8 }"
+///            "extAnnotBoxBorderApp.drawStyle { style LINES }");
 /// \endcode
 ///
 /// Texts, borders and arrows have the colour of the scene at first. Shapes of slices and borders and the

@@ -93,18 +93,18 @@ std::vector<Segment> arrowOf(const PlacedPieLabel &label) {
         {label.arrow[0], label.arrow[1]}, {label.arrow[1], label.arrow[2]}, {label.arrow[2], label.arrow[3]}};
 }
 
-/// Boxes and arrows keep off the disc.
-void expectOffDisc(const PlacedPieLabel &label, float radius, bool hasArrow) {
+/// Boxes keep off all that is drawn, arrows off the disc.
+void expectOffDisc(const PlacedPieLabel &label, float reach, bool hasArrow) {
     const auto c = label.corners();
     for (std::size_t k = 0; k < 4; ++k)
-        EXPECT_GE(distanceFromCenter({c[k], c[(k + 1) % 4]}), radius);
+        EXPECT_GE(distanceFromCenter({c[k], c[(k + 1) % 4]}), reach);
     for (const Segment &s : arrowOf(label))
-        EXPECT_TRUE(!hasArrow || distanceFromCenter(s) >= radius - 1e-4f);
+        EXPECT_TRUE(!hasArrow || distanceFromCenter(s) >= 1 - 1e-4f);
 }
 
 TEST(PieAnnotations, LabelsAroundKeepOffEachOtherAndOffTheDiscAndArrowsNeverCross) {
     for (const PieLabelPlace place : PLACES)
-        for (const int n : {1, 2, 7, 40, 360})
+        for (const int n : {1, 2, 7, 40, 160})
             for (const unsigned seed : {1u, 2u, 3u, 4u}) {
                 PieLabelRules rules;
                 rules.place = place;
@@ -117,10 +117,12 @@ TEST(PieAnnotations, LabelsAroundKeepOffEachOtherAndOffTheDiscAndArrowsNeverCros
                 SCOPED_TRACE("place " + std::to_string(static_cast<int>(place)) + ", " + std::to_string(n) +
                              " labels, seed " + std::to_string(seed));
                 ASSERT_EQ(placed.size(), labels.size());
+                float pulled = 0;
+                for (const PieLabel &label : labels)
+                    pulled = std::max(pulled, label.translation);
                 int overlaps = 0, crossings = 0, hits = 0;
                 for (std::size_t k = 0; k < placed.size(); ++k) {
-                    expectOffDisc(placed[k], 1 + (rules.hasArrows ? 0 : labels[k].translation),
-                                  rules.hasArrows);
+                    expectOffDisc(placed[k], 1 + pulled, rules.hasArrows);
                     for (std::size_t j = 0; j < placed.size(); ++j) {
                         overlaps += j < k && doOverlap(placed[j], placed[k]);
                         if (!rules.hasArrows || j == k)
@@ -136,19 +138,6 @@ TEST(PieAnnotations, LabelsAroundKeepOffEachOtherAndOffTheDiscAndArrowsNeverCros
                 EXPECT_EQ(crossings, 0);
                 EXPECT_EQ(hits, 0) << "arrows through boxes";
             }
-}
-
-TEST(PieAnnotations, PulledSlicesLieInsideOfAllBoxes) {
-    for (const PieLabelPlace place : PLACES)
-        for (const bool hasArrows : {false, true}) {
-            PieLabelRules rules;
-            rules.place = place;
-            rules.hasArrows = hasArrows;
-            std::vector<PieLabel> labels = randomLabels(9, 5, true);
-            labels[3].translation = 0.8f;
-            for (const PlacedPieLabel &label : placeAroundPie(rules, labels))
-                expectOffDisc(label, 1.8f, false);
-        }
 }
 
 TEST(PieAnnotations, DistancesAreUsedAndAllScalesWithTheRadius) {

@@ -344,7 +344,6 @@ TEST(PoPieChart, PicksFindSlicesByTheirShapesAndLabels) {
                            {"small ones", {0.8f, -0.1f}, 5, 1},
                            {"nothing", {3, 3}, 0, 0},
                            {"below its box", {-0.07f, 0.66f}, 1, 0},
-
                            {"other", {5, 0.5f}, 0, 0}}) {
         SCOPED_TRACE(row.name);
         int isGroup = 7;
@@ -399,60 +398,48 @@ TEST(PoPieChart, EachChangeRebuildsOnceAndWithoutSlicesAllPartsGo) {
         EXPECT_EQ(scene.part<SoNode>(name), nullptr) << name;
 }
 
-TEST(PoPieChart, FilesHoldTheFieldsAndMakeTheSamePicture) {
-    Flat scene;
-    scene.kit->extAnnotPosition = PoPieChart::VERT_ALIGNED_EXT_POS;
-    const test::Drawn drawn = test::drawnBy(scene.root.get());
-    const std::string file = test::written(scene.root.get());
-    EXPECT_NE(file.find("extAnnotPosition VERT_ALIGNED_EXT_POS"), std::string::npos);
-    EXPECT_EQ(file.find("Font {"), std::string::npos);
-    const auto copy = test::readBack(file);
-    ASSERT_TRUE(copy);
-    EXPECT_EQ(test::drawnBy(copy.get()).length, drawn.length);
+TEST(PoPieChart, FilesMakeTheSamePicture) {
+    for (const PoBase::NodeWriteFormat format : {PoBase::WRITE_FIELDS, PoBase::WRITE_PARTS})
+        for (const bool isBinary : {false, true}) {
+            Flat scene;
+            scene.kit->extAnnotPosition = PoPieChart::VERT_ALIGNED_EXT_POS;
+            const test::Drawn drawn = test::drawnBy(scene.root.get());
+            PoBase::setNodeWriteFormat(format);
+            const std::string file = test::written(scene.root.get(), isBinary);
+            PoBase::setNodeWriteFormat(PoBase::WRITE_FIELDS);
+            EXPECT_TRUE(isBinary || (file.find("Font {") == std::string::npos) == (format == 0));
+            const auto copy = test::readBack(file);
+            ASSERT_TRUE(copy);
+            EXPECT_NEAR(test::drawnBy(copy.get()).length, drawn.length, 1e-4);
+            EXPECT_NEAR(test::drawnBy(copy.get()).area, drawn.area, 1e-4);
+        }
     EXPECT_TRUE(test::readBack("#Inventor V2.1 ascii\nPoPieChart { radius 3 }")) << "draws nothing";
 }
 
 TEST(PoPieChart, BadInputHasADefinedResult) {
+    const std::vector<float> bad{0, -1, NOT_A_NUMBER, INFINITE, HUGE_VALUE};
     struct Row {
         const char *field;
-        float value;
+        std::vector<float> values;
         bool isDrawn;
     };
-    const Row rows[] = {
-        {"radius", 0, false},
-        {"radius", -1, false},
-        {"radius", NOT_A_NUMBER, false},
-        {"radius", INFINITE, false},
-        {"radius", HUGE_VALUE, false},
-        {"radius", 1e-30f, true},
-        {"zCenter2", 0, true},
-        {"zCenter2", -1, true},
-        {"zCenter2", NOT_A_NUMBER, false},
-        {"zCenter2", INFINITE, false},
-        {"sliceAngleStep", 0, true},
-        {"sliceAngleStep", -1, true},
-        {"sliceAngleStep", 9, true},
-        {"sliceGroupMinValue", NOT_A_NUMBER, true},
-        {"intAnnotDistance", INFINITE, true},
-        {"extAnnotDistance1", 0.2f, true},
-        {"extAnnotDistance1", NOT_A_NUMBER, true},
-        {"extAnnotDistance2", HUGE_VALUE, true},
-        {"extAnnotDistance3", INFINITE, true},
-        {"arrowHeight", HUGE_VALUE, true},
-        {"arrowWidth", -1, true},
-        {"extAnnotTextFontSize", NOT_A_NUMBER, true},
-        {"extAnnotTextFontSize", HUGE_VALUE, true},
-        {"intAnnotValueFontSize", INFINITE, true},
-    };
-    for (const Row &row : rows)
-        for (const int position : {0, 3, 4, 5, 6}) {
-            SCOPED_TRACE(std::string(row.field) + " " + std::to_string(row.value));
-            Solid scene;
-            scene.kit->extAnnotPosition = position;
-            static_cast<SoSFFloat *>(scene.kit->getField(row.field))->setValue(row.value);
-            EXPECT_TRUE(test::drawnBy(scene.root.get()).isFinite);
-            EXPECT_EQ(scene.slices().empty(), !row.isDrawn);
-        }
+    for (const Row &row :
+         {Row{"radius", bad, false}, Row{"radius", {1e-30f, 1e9f}, true},
+          Row{"zCenter2", {NOT_A_NUMBER, INFINITE}, false}, Row{"zCenter2", {0, -1}, true},
+          Row{"sliceAngleStep", bad, true}, Row{"sliceGroupMinValue", bad, true},
+          Row{"intAnnotDistance", bad, true}, Row{"extAnnotDistance1", bad, true},
+          Row{"extAnnotDistance1", {0.2f}, true}, Row{"extAnnotDistance2", bad, true},
+          Row{"extAnnotDistance3", bad, true}, Row{"arrowHeight", bad, true}, Row{"arrowWidth", bad, true},
+          Row{"extAnnotTextFontSize", bad, true}, Row{"intAnnotValueFontSize", bad, true}})
+        for (const float value : row.values)
+            for (const int position : {0, 3, 4, 5, 6}) {
+                SCOPED_TRACE(testing::Message() << row.field << " " << value);
+                Solid scene;
+                scene.kit->extAnnotPosition = position;
+                static_cast<SoSFFloat *>(scene.kit->getField(row.field))->setValue(value);
+                EXPECT_TRUE(test::drawnBy(scene.root.get()).isFinite);
+                EXPECT_EQ(scene.slices().empty(), !row.isDrawn);
+            }
     for (const float distance : {NOT_A_NUMBER, INFINITE, HUGE_VALUE, -1.f}) {
         Solid scene;
         scene.kit->setSliceToTranslate(2, distance);
@@ -481,26 +468,21 @@ TEST(PoPieChart, BadInputHasADefinedResult) {
 }
 
 TEST(PoPieChart, ObjectsMayGoWhileThePartsAreSet) {
+    struct Objects {
+        std::unique_ptr<PbMiscTextAttr> attributes = std::make_unique<PbMiscTextAttr>();
+        std::unique_ptr<PbNumericDisplayFormat> format = std::make_unique<PbNumericDisplayFormat>();
+    };
     for (const char *part : GENERATED) {
-        auto attributes = std::make_unique<PbMiscTextAttr>();
-        auto format = std::make_unique<PbNumericDisplayFormat>();
+        Objects objects;
         const Flat scene;
-        scene.kit->setMiscTextAttr(attributes.get());
-        scene.kit->setFormat(format.get());
+        scene.kit->setMiscTextAttr(objects.attributes.get());
+        scene.kit->setFormat(objects.format.get());
         scene.kit->SoFieldContainer::set("intAnnotTextVisibility TRUE intAnnotPercentVisibility TRUE "
                                          "extAnnotValueVisibility TRUE extAnnotPercentVisibility TRUE");
         scene.kit->rebuild();
-        struct Objects {
-            std::unique_ptr<PbMiscTextAttr> attributes;
-            std::unique_ptr<PbNumericDisplayFormat> format;
-            PoPieChart2D *kit;
-        } objects{std::move(attributes), std::move(format), scene.kit};
         SoFieldSensor sensor(
             [](void *data, SoSensor *) {
-                auto *all = static_cast<Objects *>(data);
-                all->attributes.reset();
-                all->format.reset();
-                all->kit->sliceValue.setNum(0);
+                *static_cast<Objects *>(data) = {nullptr, nullptr};
             },
             &objects);
         sensor.setPriority(0);
