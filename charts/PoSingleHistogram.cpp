@@ -3,10 +3,10 @@
 #include "core/ClassTable.h"
 #include "core/ShapeGroup.h"
 #include "meshrep/CellColors.h"
+#include "text/DataNumbers.h"
 #include "text/TextLayout.h"
 
 #include <oravane/PbDataMapping.h>
-#include <oravane/PiNumericFormat.h>
 #include <oravane/PiText.h>
 
 #include <Inventor/SbRotation.h>
@@ -18,9 +18,7 @@
 #include <Inventor/nodes/SoPolygonOffset.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <string>
 #include <vector>
@@ -178,10 +176,6 @@ void PoSingleHistogram::build(const Row &row) {
         m_parts.nameFont = oravane::newFont(m_nameStyle.fontName, m_nameStyle.fontSize);
         m_parts.nameText = newNameTexts(bars);
     }
-    const bool hasTextsOnBars = (m_parts.valueText && isOnBar(m_valueStyle.position)) ||
-                                (m_parts.nameText && isOnBar(m_nameStyle.position));
-    if (hasTextsOnBars) // which lie in the plane of the bars, and are to show from all directions
-        group->insertChild(new SoPolygonOffset, 0);
 }
 
 void PoSingleHistogram::colorBars(SoGroup *bars) {
@@ -212,6 +206,12 @@ SoMaterial *PoSingleHistogram::newBarMaterial() const {
 template <class StringOf>
 SoGroup *PoSingleHistogram::newTexts(std::span<const Bar> bars, const TextStyle &style, StringOf stringOf) {
     auto *group = new SoGroup;
+    if (isOnBar(style.position)) { // in the plane of the bars, but to show from all directions
+        auto *nearer = new SoPolygonOffset;
+        nearer->factor = -1;
+        nearer->units = -1;
+        group->addChild(nearer);
+    }
     PiText text;
     text.setGroup(group);
     text.setFont(style.fontName, style.fontSize);
@@ -228,53 +228,12 @@ SoGroup *PoSingleHistogram::newTexts(std::span<const Bar> bars, const TextStyle 
     return group;
 }
 
-namespace {
-
-/// Whether each value can be read off its text, to five digits of the largest one.
-bool tellsAll(const PiNumericFormat &format, std::span<const float> values) {
-    double largest = 0;
-    for (const float number : values)
-        largest = std::max(largest, std::abs(static_cast<double>(number)));
-    const double unit = std::pow(10.0, format.getTenPower());
-    return std::all_of(values.begin(), values.end(), [&](float number) {
-        char text[PiNumericFormat::STRING_SIZE];
-        format.getString(number, text);
-        double read = 0;
-        std::from_chars(text, text + std::strlen(text), read);
-        return std::abs(read * unit - number) <= 0.5e-4 * largest;
-    });
-}
-
-/// The format takes the mean distance of the values for that of labels, and gives them its decimals. These
-/// may be any number, and are not shown where all values can do without.
-PiNumericFormat commonFormat(const PbNumericDisplayFormat *wanted, std::span<const float> numbers) {
-    std::vector<float> values(numbers.begin(), numbers.end());
-    std::erase_if(values, [](float number) { return !std::isfinite(number); });
-    PiNumericFormat format;
-    for (const int roundStep : {1, 0}) {
-        format.setFormat(wanted, static_cast<int>(values.size()), values.data(), roundStep);
-        if (tellsAll(format, values))
-            break;
-    }
-    return format;
-}
-
-} // namespace
-
 SoGroup *PoSingleHistogram::newValueTexts(std::span<const Bar> bars) const {
-    const PiNumericFormat format = commonFormat(getFormat(), {value.getValues(0), bars.size()});
-    std::string unit;
-    if (const int power = format.getTenPower()) // without it a number would be another one
-        unit.append("E").append(std::to_string(power));
-    if (valueAddStringVisibility.getValue())
-        unit += valueAddString.getValue().getString();
-    std::string text;
-    return newTexts(bars, m_valueStyle, [&](int i) {
-        char number[PiNumericFormat::STRING_SIZE];
-        format.getString(value[i], number);
-        text = std::isfinite(value[i]) ? number + unit : "";
-        return text.c_str();
-    });
+    const std::string unit = valueAddString.getValue().getString();
+    const std::vector<std::string> texts =
+        oravane::dataTexts(*getFormat(), {value.getValues(0), bars.size()},
+                           valueAddStringVisibility.getValue() ? unit.c_str() : nullptr);
+    return newTexts(bars, m_valueStyle, [&](int i) { return texts[static_cast<std::size_t>(i)].c_str(); });
 }
 
 SoGroup *PoSingleHistogram::newNameTexts(std::span<const Bar> bars) const {

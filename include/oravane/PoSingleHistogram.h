@@ -25,17 +25,17 @@
 /// Under FIXED_SPACE a length `barSpaceValue` above 0 stays free, up to the whole slot. A bar of type X goes
 /// from start.y to y = value, one of type Y from start.x to x = value.
 ///
-/// Values are written in one common format. Its power of ten, when it has one, stands behind each: 2500 reads
-/// "2.5E3" beside 12000. An automatic format has the decimals of the mean distance between values and of the
-/// least one, by `PiNumericFormat`, and may round others: 2500 reads "3E3" between 0 and 12000. Where that
-/// matters, set one with decimals. Names are drawn only when there are as many as values.
+/// Values are written in one common format. An automatic one writes all as exactly as the value that needs
+/// the most decimals, of five digits, and in full up to powers of ten of 6. A power that is factored out
+/// stands behind each number: "2.5E9"; but where a program chooses the power by its format and shows
+/// `valueAddString`, that names it: "2.5 kt". Names are drawn only when there are as many as values.
 ///
 /// A value that is not finite has a flat bar and no text. Without values, or with ends of the segment that
 /// are not finite, nothing is drawn.
 ///
 /// Generates `bar`: coordinates and one face for each value, behind a material binding per face when
-/// `barApp.material` holds a colour for each bar, and behind a polygon offset when texts lie on bars; and
-/// `valueText` and `nameText`, in which child i belongs to bar i. A value without a colour in the mapping has
+/// `barApp.material` holds a colour for each bar; and `valueText` and `nameText`, in which child i belongs to
+/// bar i, behind a polygon offset when the texts lie on the bars. A value without a colour in the mapping has
 /// an invisible bar.
 class ORAVANE_API PoSingleHistogram : public PoHistogram {
     SO_KIT_HEADER(PoSingleHistogram);
