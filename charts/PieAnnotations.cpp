@@ -119,8 +119,8 @@ public:
 
     void placeOnSides() {
         sortIntoSides();
-        for (Side &side : m_sides)
-            pushApart(side.labels, m_rules.gap);
+        if (m_rules.place == PieLabelPlace::Square)
+            balanceSquare();
         if (m_rules.place == PieLabelPlace::Horizontal)
             for (Side &side : m_sides)
                 placeBesideBends(side);
@@ -139,14 +139,15 @@ private:
     enum SideName { RIGHT, LEFT, TOP, BOTTOM };
 
     SideName sideOf(const SbVec2f &direction) const {
-        const bool isRow =
-            m_rules.place == PieLabelPlace::Row ||
-            (m_rules.place == PieLabelPlace::Square && std::abs(direction[1]) > std::abs(direction[0]));
+        const bool isRow = m_rules.place == PieLabelPlace::Row ||
+                           (m_rules.place == PieLabelPlace::Square && std::abs(direction[1]) > m_rowsFrom);
         if (isRow)
             return direction[1] >= -1e-6f ? TOP : BOTTOM;
         return isRight(direction) ? RIGHT : LEFT;
     }
     void sortIntoSides();
+    void balanceSquare();
+    float squareReach() const;
     void placeBesideBends(Side &side) const;
     void placeOnLines();
     void place(const Side &side, const SideLabel &label);
@@ -161,16 +162,19 @@ private:
     const PieLabelRules &m_rules;
     std::span<const PieLabel> m_labels;
     std::vector<PlacedPieLabel> m_placed;
-    float m_clear;     ///< free of slices from here on
-    float m_bend;      ///< where arrows bend
-    float m_shoulder;  ///< up to where they lead straight outwards
-    float m_leg;       ///< of the arrows behind the bend
-    float m_lines = 0; ///< where the common lines of labels are
+    float m_clear;                                       ///< free of slices from here on
+    float m_bend;                                        ///< where arrows bend
+    float m_shoulder;                                    ///< up to where they lead straight outwards
+    float m_leg;                                         ///< of the arrows behind the bend
+    float m_lines = 0;                                   ///< where the common lines of labels are
+    float m_rowsFrom = std::numbers::sqrt2_v<float> / 2; ///< sine of the angle where a square's rows begin
     std::array<Side, 4> m_sides{
         {{{1, 0}, {0, 1}, {}}, {{-1, 0}, {0, 1}, {}}, {{0, 1}, {1, 0}, {}}, {{0, -1}, {1, 0}, {}}}};
 };
 
 void Surroundings::sortIntoSides() {
+    for (Side &side : m_sides)
+        side.labels.clear();
     for (std::size_t k = 0; k < m_labels.size(); ++k) {
         const SbVec2f direction = unitVector(m_labels[k].angle);
         Side &side = m_sides[sideOf(direction)];
@@ -185,9 +189,37 @@ void Surroundings::sortIntoSides() {
             label.along += label.lengthAlong / 2 * direction.dot(side.along);
         side.labels.push_back(label);
     }
-    for (Side &side : m_sides)
+    for (Side &side : m_sides) {
         std::stable_sort(side.labels.begin(), side.labels.end(),
                          [](const SideLabel &a, const SideLabel &b) { return a.bendAlong < b.bendAlong; });
+        pushApart(side.labels, m_rules.gap);
+    }
+}
+
+/// Half the length of the square's sides.
+float Surroundings::squareReach() const {
+    float farthest = m_bend + m_leg;
+    for (const Side &side : m_sides)
+        farthest = std::max(farthest, reach(side));
+    return farthest;
+}
+
+/// Where labels do not fit along the sides, wide ones are better in columns, and high ones in rows: takes the
+/// smallest square that one of several angles between them gives.
+void Surroundings::balanceSquare() {
+    float bestReach = squareReach(), best = m_rowsFrom;
+    if (bestReach <= m_bend + m_leg)
+        return;
+    for (int degrees = 15; degrees <= 75; degrees += 5) {
+        m_rowsFrom = std::sin(static_cast<float>(degrees) / 180 * std::numbers::pi_v<float>);
+        sortIntoSides();
+        if (squareReach() < bestReach) {
+            bestReach = squareReach();
+            best = m_rowsFrom;
+        }
+    }
+    m_rowsFrom = best;
+    sortIntoSides();
 }
 
 void Surroundings::placeBesideBends(Side &side) const {
@@ -199,10 +231,7 @@ void Surroundings::placeBesideBends(Side &side) const {
 }
 
 void Surroundings::placeOnLines() {
-    float out = m_bend + m_leg;
-    if (m_rules.place == PieLabelPlace::Square)
-        for (const Side &side : m_sides)
-            out = std::max(out, reach(side));
+    const float out = m_rules.place == PieLabelPlace::Square ? squareReach() : m_bend + m_leg;
     for (Side &side : m_sides) {
         float widest = 0;
         for (const SideLabel &label : side.labels)

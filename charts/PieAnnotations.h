@@ -63,9 +63,10 @@ std::vector<PlacedPieLabel> placeInsidePie(const PieLabelRules &rules, std::span
 /// An arrow leads from its tip outwards to a circle around all that is drawn, and on to the box. A horizontal
 /// label stands beside that bend, and is pushed away from the horizontal middle, upwards or downwards, where
 /// a neighbour stands in its way: so the order of the angles is kept, and no arrow has to come back over the
-/// disc. Labels on a common line are pushed along it in the same way, and the lines of a square move out
-/// until their labels fit in. Radial labels are turned about the centre by the least sum of squares, and move
-/// out together where a turn has no room for them. Without arrows labels stand where the tips would.
+/// disc. Labels on a common line are pushed along it in the same way; the lines of a square share the
+/// labels so that they fit into a small one, and move out until they do. Radial labels are turned about the
+/// centre by the least sum of squares, and move out together where a turn has no room for them. Without
+/// arrows labels stand where the tips would.
 ///
 /// Labels have to be ordered by their angles, from 0 to below a turn. Takes a time that grows with their
 /// number.

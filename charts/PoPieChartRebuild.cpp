@@ -16,7 +16,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <map>
 #include <utility>
 
@@ -34,8 +33,8 @@ namespace {
 /// In font sizes: around the lines of an annotation, and between two annotations.
 constexpr float kMargin = 0.25f, kGap = 0.15f;
 
-/// In radii; keeps sums and products of lengths finite.
-constexpr float kLongest = 1e6f;
+/// The largest radius, and the longest other length in radii: sums and squares of lengths stay finite.
+constexpr float kLargestRadius = 1e12f, kLongest = 1e6f;
 
 /// What is wanted where it is above 0 and a number, else `usual`.
 float positiveOr(float wanted, float usual) {
@@ -190,7 +189,7 @@ void PoPieChart::rebuildPie(const SbVec3f &center, float zCenter2) {
                     sliceAngleStep.getValue(),
                     std::min(center[2], zCenter2),
                     std::max(center[2], zCenter2)};
-    if (r > 0 && r * kLongest * kLongest <= std::numeric_limits<float>::max() && std::isfinite(finite)) {
+    if (r > 0 && r <= kLargestRadius && std::isfinite(finite)) {
         savePieChartAttr();
         computeSlicePartValuesToDisplay();
     }

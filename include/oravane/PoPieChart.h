@@ -45,8 +45,8 @@ struct PieAnnotParts;
 /// below `sliceGroupMinValue` (a value, or a part in a hundred of the sum), they are replaced by one slice
 /// of their sum, the last of all; it has the number behind the last value. Slice k has colour k - 1 of
 /// `sliceColor`, which is repeated as often as needed, the slice of small ones the last colour; without
-/// colours all have that of the scene. Nothing is drawn without slices, or when the radius is not above 0, or
-/// when radius or centre are not finite.
+/// colours all have that of the scene. Nothing is drawn without slices, when the radius is not above 0 or is
+/// above 1e12, or when a coordinate of the centre is not finite.
 ///
 /// Annotations have up to three lines, text, value and percent, that stand below each other; one without
 /// letters is left out. Values are written as the numeric format says, `setFormat` or that of the scene. An
@@ -78,7 +78,8 @@ struct PieAnnotParts;
 ///            "extAnnotBoxBorderApp.drawStyle { style LINES }");
 /// \endcode
 ///
-/// Texts, borders and arrows have the colour of the scene at first. Shapes of slices and borders and the
+/// Pages exchange black and white, so that a white box is black there. Texts, borders and arrows have the
+/// colour of the scene at first. Shapes of slices and borders and the
 /// texts have names, by which picks find their slice; boxes cannot be picked.
 class ORAVANE_API PoPieChart : public PoKestrava {
     SO_KIT_HEADER(PoPieChart);
