@@ -9,7 +9,6 @@
 
 #include <gtest/gtest.h>
 
-using oravane::DateForm;
 using oravane::DateLevel;
 using oravane::DateRepresentation;
 using oravane::DateRepresentations;
