@@ -29,6 +29,8 @@ namespace {
 constexpr float kStackedRow = 2.275f;
 /// What a multiplication factor adds to the height of a vertical legend: itself, and the gap.
 constexpr float kFactorRoom = oravane::kFactorHeight + oravane::kFactorGap;
+/// Between the labels of a long box, at least.
+constexpr float kLabelDistance = 0.75f;
 /// From the middle of "x 10" to the top of its exponent.
 constexpr float kRaisedHeight = 0.9f;
 /// How far letters reach below their line.
@@ -293,8 +295,8 @@ void PoAutoValueLegend::computeValFtSizeOneBoxLegend(OneBox &bar) const {
     const auto extent = [&](std::size_t i, float position) {
         const float width = sizes[i][0], height = sizes[i][1];
         if (bar.isVertical())
-            return BarLabel{position, height + oravane::kLineHeight - oravane::kCapitalHeight, width};
-        return BarLabel{position, width + oravane::kSampleSize, height + kDescender};
+            return BarLabel{position, height + kLabelDistance, width};
+        return BarLabel{position, width + kLabelDistance, height + kDescender};
     };
     const std::size_t shift = content.hasLowBox && !sizes.empty() ? 1 : 0;
     for (std::size_t i = 0; i < bar.extents.size(); ++i)

@@ -5,6 +5,7 @@
 #include "legends/LegendGrid.h"
 #include "legends/LegendText.h"
 
+#include <oravane/PiMarker.h>
 #include <oravane/PiText.h>
 
 #include <Inventor/nodekits/SoAppearanceKit.h>
@@ -21,6 +22,9 @@ using oravane::LegendCells;
 using oravane::LegendGrid;
 
 namespace {
+
+constexpr const char *kDot = ".";
+constexpr float kDotSize = 5; // pixels, or nominal widths, as those of curves
 
 /// Entry of an item, or another value when the list is empty.
 template <class Field, class Value>
@@ -44,6 +48,19 @@ void addColor(SoGroup *group, const SoMFColor &colors, int item, bool isFirst) {
     auto *node = new SoBaseColor;
     node->rgb = color;
     group->addChild(node);
+}
+
+SbString markerOf(const SoMFString &strings, int item) {
+    return entryOf(strings, item, SbString());
+}
+
+SoNode *newDotStyle(float size) {
+    auto *style = new SoDrawStyle;
+    style->pointSize = size;
+    style->style.setIgnored(TRUE);
+    style->lineWidth.setIgnored(TRUE);
+    style->linePattern.setIgnored(TRUE);
+    return style;
 }
 
 /// A group of lines that look alike but for their colour. A size of 0 leaves the width to the scene.
@@ -214,30 +231,41 @@ SoGroup *PoItemLegend::newLines(const LegendGrid &grid, const SbVec2f &corner, f
     return group;
 }
 
+/// The size of an item's marker: of a dot in pixels, of a text in units of the legend.
+float PoItemLegend::markerSizeOf(int index, float fontSize, const PiText &measure) const {
+    const float wanted = sizeOf(markerSize, index);
+    const SbString string = markerOf(markerString, index);
+    if (string == kDot)
+        return wanted > 0 ? wanted : kDotSize;
+    if (wanted > 0)
+        return std::min(wanted, largerSide());
+    float width = 0, height = 0;
+    measure.getStringSizes(string.getString(), width, height);
+    return fontSize * std::min(1.0f, oravane::kSampleSize / width);
+}
+
 SoGroup *PoItemLegend::newMarkers(const LegendGrid &grid, const SbVec2f &corner, float sampleMiddle) const {
     auto *group = new SoGroup;
-    const float s = grid.fontSize();
-    PiText text = valueTextBuilder();
-    text.setMultiLinesEnable(0);
-    text.setGroup(group);
-    float lastSize = 0;
+    PiText measure = valueTextBuilder();
+    measure.setMultiLinesEnable(0);
+    PiMarker mark;
+    mark.setFontName(attr().valueFontName);
+    float dotSize = 0, textSize = 0;
     for (int i = 0; i < item.getNum(); ++i) {
-        const SbString string = entryOf(markerString, i, SbString());
-        float size = sizeOf(markerSize, i), width = 0, height = 0;
-        if (size == 0) {
-            text.setFontSize(s);
-            text.getStringSizes(string.getString(), width, height);
-            size = width > s * oravane::kSampleSize ? s * s * oravane::kSampleSize / width : s;
-        }
-        size = std::min(size, largerSide());
+        const SbString string = markerOf(markerString, i);
+        const float size = markerSizeOf(i, grid.fontSize(), measure);
         addColor(group, markerColor, i, i == 0);
-        if (size != lastSize)
-            group->addChild(oravane::newFont(attr().valueFontName, size));
-        lastSize = size;
-        text.setFontSize(size);
-        text.setString(string.getString());
-        oravane::buildCentred(text, corner + grid.graphicCorner(static_cast<std::size_t>(i)) +
-                                        SbVec2f(s * sampleMiddle, grid.graphicSize()[1] / 2));
+        const bool isDot = string == kDot;
+        if (float &last = isDot ? dotSize : textSize; size != last) {
+            group->addChild(isDot ? newDotStyle(size) : oravane::newFont(attr().valueFontName, size));
+            last = size;
+        }
+        mark.setMarkerType(string);
+        mark.setFontSize(size);
+        const SbVec2f middle = corner + grid.graphicCorner(static_cast<std::size_t>(i)) +
+                               SbVec2f(grid.fontSize() * sampleMiddle, grid.graphicSize()[1] / 2);
+        mark.setOrigin(middle[0], middle[1]);
+        mark.build(group);
     }
     return group;
 }

@@ -44,9 +44,10 @@ public:
     SoMFUShort linePattern;  ///< as `SoDrawStyle` has them; default 65535, a full line
     SoSFBool markerVisibility; ///< default FALSE
     SoMFColor markerColor;     ///< default black
-    SoMFFloat markerSize;      ///< font sizes; default 0: that of the names, or what fits into a
-                               ///< sample's width; none is larger than the legend
-    SoMFString markerString;   ///< default "."
+    /// Font sizes; of dots the point sizes, as `SoDrawStyle` has them. Default 0: a font size that fits into
+    /// the sample's width, at most that of the names; dots of 5. No marker is larger than the legend.
+    SoMFFloat markerSize;
+    SoMFString markerString; ///< as `PiMarker` has them; default ".", a dot
 
     PoItemLegend();
     /// The rectangle between two corners with `num` names and as many colours. A null array or a `num` below
@@ -68,6 +69,7 @@ private:
     void drawGrid(const oravane::LegendCells &cells, const std::vector<SbString> &strings,
                   const Plimit &room);
     SoGroup *newLines(const oravane::LegendGrid &grid, const SbVec2f &corner, float sampleStart) const;
+    float markerSizeOf(int index, float fontSize, const PiText &measure) const;
     SoGroup *newMarkers(const oravane::LegendGrid &grid, const SbVec2f &corner, float sampleMiddle) const;
 };
 

@@ -8,7 +8,7 @@
 #include <oravane/PoMiscTextAttr.h>
 
 #include <Inventor/nodekits/SoAppearanceKit.h>
-#include <Inventor/nodes/SoBaseColor.h>
+#include <Inventor/nodes/SoPointSet.h>
 
 #include <gtest/gtest.h>
 
@@ -227,6 +227,31 @@ TEST(PoItemLegend, SamplesTakeEntriesByTheirIndex) {
     EXPECT_GT(markers.getMin()[0], lineSpan.getMax()[0]);
     EXPECT_GT(scene.texts()[0].place.getMin()[0], markers.getMax()[0]);
     EXPECT_NEAR(markers.getMin()[1], boxes[4].place.getMin()[1], 0.2f * scene.fontSize());
+}
+
+TEST(PoItemLegend, DotsHavePointSizes) {
+    const Scene scene(
+        " markerVisibility TRUE markerSize [ 0, 3, -1 ] markerColor [ 1 0 0, 0 0 0 ] markerString "
+        "[ \".\", \".\", \"+\", \".\" ]");
+    std::vector<std::array<float, 3>> seen; // y, size, red
+    SoCallbackAction action;
+    action.addPointCallback(
+        SoPointSet::getClassTypeId(),
+        [](void *data, SoCallbackAction *traversal, const SoPrimitiveVertex *v) {
+            static_cast<std::vector<std::array<float, 3>> *>(data)->push_back(
+                {v->getPoint()[1], traversal->getPointSize(), static_cast<float>(test::redOf(traversal, v))});
+        },
+        &seen);
+    action.apply(scene.root.get());
+    const std::array<int, 4> items{0, 1, 3, 4};
+    const std::array<std::array<float, 2>, 4> expected{{{5, 1}, {3, 0}, {5, 0}, {3, 1}}};
+    ASSERT_EQ(seen.size(), items.size());
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        EXPECT_NEAR(seen[i][0], scene.boxes()[static_cast<std::size_t>(items[i])].place.getCenter()[1],
+                    1e-5f);
+        EXPECT_EQ(seen[i][1], expected[i][0]) << items[i];
+        EXPECT_EQ(seen[i][2], expected[i][1]) << items[i];
+    }
 }
 
 TEST(PoItemLegend, PartsAreMadeAsNeeded) {
