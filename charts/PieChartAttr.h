@@ -2,7 +2,6 @@
 #define ORAVANE_CHARTS_PIECHARTATTR_H
 
 #include "charts/PieAnnotations.h"
-#include "charts/PieNumbers.h"
 #include "charts/PieShapes.h"
 #include "charts/PieSlices.h"
 
@@ -57,8 +56,9 @@ struct PoPieChart::PieChartAttr {
     std::vector<oravane::PieSlice> slices;
     std::vector<float> translations; ///< of each slice, as all that follows
     std::vector<SbName> names;
-    std::vector<SbString> texts;
-    oravane::PieNumbers values, percents;
+    std::vector<std::string> texts;
+    std::vector<float> values;
+    std::vector<std::string> percents;
 
     std::vector<oravane::PlacedPieLabel> arrows; ///< labels that have one
 

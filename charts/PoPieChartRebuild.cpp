@@ -1,5 +1,6 @@
 #include "charts/PieChartAttr.h"
 #include "core/ShapeGroup.h"
+#include "text/DataNumbers.h"
 #include "text/TextLayout.h"
 
 #include <oravane/PbMiscTextAttr.h>
@@ -161,7 +162,8 @@ void PoPieChart::computeSlicePartValuesToDisplay() {
         const auto found = moved.find(part.number);
         m_attr->translations.push_back(
             found == moved.end() ? 0 : std::min(found->second, kLongest * m_attr->disc.radius));
-        m_attr->texts.push_back(part.isGroup ? sliceGroupString.getValue() : sliceText[part.number - 1]);
+        m_attr->texts.emplace_back(
+            (part.isGroup ? sliceGroupString.getValue() : sliceText[part.number - 1]).getString());
     }
 }
 
@@ -173,9 +175,9 @@ void PoPieChart::computeSliceNames() {
 void PoPieChart::computeStringsToDisplay(const float *values, int count, int percent) {
     const std::span<const float> numbers(values, static_cast<std::size_t>(values ? std::max(count, 0) : 0));
     if (percent)
-        m_attr->percents = oravane::piePercentNumbers(*getFormat(), numbers);
-    else
-        m_attr->values = oravane::pieValueNumbers(*getFormat(), numbers);
+        m_attr->percents = oravane::percentTexts(*getFormat(), numbers);
+    else // written with the unit of each annotation
+        m_attr->values.assign(numbers.begin(), numbers.end());
 }
 
 // ------------------------------------------------------------------------------------------------- drawing
@@ -243,18 +245,13 @@ void PoPieChart::drawSlices() {
     m_attr->borderPart = borders;
 }
 
-std::vector<SbString> PoPieChart::annotStrings(const PieAnnotAttr &attr, std::size_t line) const {
+std::vector<std::string> PoPieChart::annotStrings(const PieAnnotAttr &attr, std::size_t line) const {
     if (line == oravane::PIE_TEXT)
         return m_attr->texts;
     if (line == oravane::PIE_PERCENT)
-        return m_attr->percents.texts;
-    SbString unit = attr.addString;
-    if (!attr.hasAddString)
-        unit = m_attr->values.tenPower != 0 ? SbString().sprintf("E%d", m_attr->values.tenPower) : SbString();
-    std::vector<SbString> strings = m_attr->values.texts;
-    for (SbString &string : strings)
-        string += unit;
-    return strings;
+        return m_attr->percents;
+    return oravane::dataTexts(*getFormat(), m_attr->values,
+                              attr.hasAddString ? attr.addString.getString() : nullptr);
 }
 
 namespace {
@@ -292,17 +289,17 @@ public:
     }
 
     /// Each line of a text is as high as the font, with its capitals in the middle.
-    SbVec2f size(const SbString &string) {
+    SbVec2f size(const std::string &string) {
         SbBox2f box;
         int numLines = 0;
-        m_text.setString(string.getString());
+        m_text.setString(string.c_str());
         m_text.getLimit(box, numLines);
         if (box.isEmpty() || box.getSize()[0] <= 0)
             return {0, 0};
         return {box.getSize()[0], static_cast<float>(numLines) * m_attr.fontSize[m_line]};
     }
 
-    void build(const SbString &string, const SbName &name, const PlacedPieLabel &label, float width,
+    void build(const std::string &string, const SbName &name, const PlacedPieLabel &label, float width,
                const PieDisc &disc) {
         static constexpr PiText::HorAlignment alignments[] = {PiText::HOR_LEFT, PiText::HOR_CENTER,
                                                               PiText::HOR_RIGHT};
@@ -313,7 +310,7 @@ public:
         m_text.setDirectionVectors(directions);
         m_text.setOrigin(origin[0], origin[1], annotationHeightOf(disc));
         m_text.setName(name.getString());
-        m_text.setString(string.getString());
+        m_text.setString(string.c_str());
         m_text.build();
     }
 
@@ -326,7 +323,7 @@ private:
 } // namespace
 
 void PoPieChart::drawAnnotations(const PieAnnotAttr &attr, bool isExternal, oravane::PieAnnotParts &parts) {
-    oravane::PerPieLine<std::vector<SbString>> strings;
+    oravane::PerPieLine<std::vector<std::string>> strings;
     LineTexts texts(attr, getMiscTextAttr());
     std::vector<PieLabel> labels;
     for (std::size_t k = 0; k < m_attr->slices.size(); ++k)

@@ -15,6 +15,7 @@
 #include <Inventor/fields/SoSFString.h>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 class SoPath;
@@ -49,13 +50,13 @@ struct PieAnnotParts;
 /// above 1e12, or when a coordinate of the centre is not finite.
 ///
 /// Annotations have up to three lines, text, value and percent, that stand below each other; one without
-/// letters is left out. Values are written as the numeric format says, `setFormat` or that of the scene. An
-/// automatic format factors out no power of ten up to 6: 35361 is not "35.361". Where a power is
-/// factored out, "E3" stands behind the number, unless the additional string is visible: that one, " GWh",
-/// is appended to the values, and names their unit. Percents end with "%". The lines of one annotation have
-/// common left or right edges, or middles, as its alignment says; INWARDS_ALIGN is LEFT_ALIGN at the right of
-/// the pie and RIGHT_ALIGN at its left, OUTWARDS_ALIGN the opposite. Straight up and down belong to the
-/// right.
+/// letters is left out. Values are written as the numeric format says, `setFormat` or that of the scene: an
+/// automatic one all as exactly as the value that needs the most decimals, of five digits, and in full up to
+/// powers of ten of 6. A power that is factored out stands behind each number, "2.5E9"; but where a program
+/// chooses the power by its format and shows the additional string, that names it, "2.5 TWh". Percents end
+/// with "%". The lines of one annotation have common left or right edges, or middles, as its alignment says;
+/// INWARDS_ALIGN is LEFT_ALIGN at the right of the pie and RIGHT_ALIGN at its left, OUTWARDS_ALIGN the
+/// opposite. Straight up and down belong to the right.
 ///
 /// Inside, the middle of an annotation lies in the middle angle of its slice, at `intAnnotDistance`; one that
 /// is too large for its slice is drawn all the same. Outside, an arrow leads from `extAnnotDistance1`, next
@@ -223,7 +224,7 @@ private:
     void defineEnums();
     oravane::PieAnnotFields annotFields(bool isExternal) const;
     oravane::PieAnnotAttr annotAttr(const oravane::PieAnnotFields &fields) const;
-    std::vector<SbString> annotStrings(const oravane::PieAnnotAttr &attr, std::size_t line) const;
+    std::vector<std::string> annotStrings(const oravane::PieAnnotAttr &attr, std::size_t line) const;
     void drawAnnotations(const oravane::PieAnnotAttr &attr, bool isExternal, oravane::PieAnnotParts &parts);
     void drawSlices();
     void drawArrows();
