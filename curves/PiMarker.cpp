@@ -4,7 +4,10 @@
 
 #include <oravane/PiText.h>
 
+#include <Inventor/SoPrimitiveVertex.h>
+#include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/nodes/SoCoordinate3.h>
+#include <Inventor/nodes/SoFont.h>
 #include <Inventor/nodes/SoPointSet.h>
 #include <Inventor/nodes/SoTransform.h>
 #include <Inventor/nodes/SoTransformSeparator.h>
@@ -22,6 +25,31 @@ void addDots(SoGroup *group, std::span<const SbVec2f> places) {
     coordinates->point.finishEditing();
     group->addChild(coordinates);
     group->addChild(new SoPointSet);
+}
+
+void addTriangle(void *box, SoCallbackAction *action, const SoPrimitiveVertex *a, const SoPrimitiveVertex *b,
+                 const SoPrimitiveVertex *c) {
+    for (const SoPrimitiveVertex *vertex : {a, b, c}) {
+        SbVec3f point;
+        action->getModelMatrix().multVecMatrix(vertex->getPoint(), point);
+        static_cast<SbBox3f *>(box)->extendBy(point);
+    }
+}
+
+/// The middle of what is seen of a text. Boxes of texts reach down to the line on which letters stand.
+SbVec3f middleOf(SoNode *text, SoFont *font) {
+    auto *root = new SoGroup;
+    root->ref();
+    root->addChild(font);
+    root->addChild(text);
+    SbBox3f box;
+    SoCallbackAction action;
+    action.addTriangleCallback(SoShape::getClassTypeId(), addTriangle, &box);
+    action.apply(root);
+    text->ref(); // of a caller that owns it not yet
+    root->unref();
+    text->unrefNoDelete();
+    return box.isEmpty() ? SbVec3f(0, 0, 0) : box.getCenter();
 }
 
 } // namespace
@@ -60,8 +88,7 @@ void PiMarker::build(SoGroup *group, std::span<const SbVec2f> places) const {
     }
 }
 
-/// A text around the origin. Letters such as "*" lie high on their line, and others low: the middle of what
-/// is seen counts.
+/// A text around the origin. Letters such as "*" lie high on their line, and others low.
 SoNode *PiMarker::newText() const {
     PiText text;
     const auto [horizontal, vertical] = oravane::alignmentAt(
@@ -69,13 +96,11 @@ SoNode *PiMarker::newText() const {
     text.setAlignment(horizontal, vertical);
     text.setFont(m_fontName, m_fontSize);
     text.setString(m_string.getString());
-    SbBox2f box;
-    int numLines = 0;
-    text.getLimit(box, numLines);
-    if (!box.isEmpty())
-        text.setOrigin(-box.getCenter());
     auto *group = new SoGroup;
     text.setGroup(group);
+    text.build();
+    text.setOrigin(-middleOf(group, oravane::newFont(m_fontName, m_fontSize)));
+    group->removeAllChildren();
     text.build();
     return group;
 }
