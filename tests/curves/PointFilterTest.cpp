@@ -11,7 +11,6 @@ namespace {
 
 using oravane::CurveShape;
 using oravane::PointFilter;
-using oravane::PointRuns;
 using test::INFINITE;
 using test::NOT_A_NUMBER;
 using Places = std::vector<SbVec2f>;
