@@ -46,6 +46,27 @@ SbBox2f outlineOf(SoNode *label, const SbString &fontName, float size) {
     scene->unref();
     label->unrefNoDelete();
     return box;
+void addTriangle(void *box, SoCallbackAction *action, const SoPrimitiveVertex *a, const SoPrimitiveVertex *b,
+                 const SoPrimitiveVertex *c) {
+    for (const SoPrimitiveVertex *vertex : {a, b, c}) {
+        SbVec3f point;
+        action->getModelMatrix().multVecMatrix(vertex->getPoint(), point);
+        static_cast<SbBox3f *>(box)->extendBy(point);
+    }
+}
+/// The middle of what is seen of a text. Boxes of texts reach down to the line on which letters stand.
+SbVec3f middleOf(SoNode *text, SoFont *font) {
+    auto *root = new SoGroup;
+    root->ref();
+    root->addChild(font);
+    root->addChild(text);
+    SbBox3f box;
+    action.addTriangleCallback(SoShape::getClassTypeId(), addTriangle, &box);
+    action.apply(root);
+    text->ref(); // of a caller that owns it not yet
+    root->unref();
+    text->unrefNoDelete();
+    return box.isEmpty() ? SbVec3f(0, 0, 0) : box.getCenter();
 }
 
 } // namespace
@@ -84,8 +105,7 @@ void PiMarker::build(SoGroup *group, std::span<const SbVec2f> places) const {
     }
 }
 
-/// A text around the origin. Letters such as "*" lie high on their line, and others low: the middle of what
-/// is seen counts.
+/// A text around the origin. Letters such as "*" lie high on their line, and others low.
 SoNode *PiMarker::newText() const {
     auto *group = new SoGroup;
     PiText text;
@@ -98,6 +118,8 @@ SoNode *PiMarker::newText() const {
         return group;
     group->removeAllChildren();
     text.setOrigin(-outline.getCenter());
+    auto *group = new SoGroup;
+    text.setOrigin(-middleOf(group, oravane::newFont(m_fontName, m_fontSize)));
     text.build();
     return group;
 }

@@ -235,7 +235,7 @@ TEST(PoCurve, MarksAreDotsOrTextsThatKeepTheirShape) {
         const SbBox3f letter = test::boundingBox(scene.root.get());
         const SbVec3f size = letter.getMax() - letter.getMin();
         EXPECT_NEAR(size[1] / size[0], 0.7489f / 0.7389f, 0.1) << "as an H of the built-in font";
-        EXPECT_TRUE(letter.getCenter().equals(SbVec3f(0, 0, 0), 1e-4f * size[0] * size[0])) << type;
+        EXPECT_TRUE(letter.getCenter().equals(SbVec3f(0, 0, 0), 0.02f * size[0])) << type;
         scene.kit->markerFilterType = PoCurve::ALL_POINTS;
         const SbBox3f all = test::boundingBox(scene.root.get());
         EXPECT_NEAR((all.getMax() - all.getMin() - size)[0],
@@ -248,6 +248,29 @@ TEST(PoCurve, MarksAreDotsOrTextsThatKeepTheirShape) {
     scene.kit->markerString = "";
     scene.traverse();
     EXPECT_EQ(scene.part("marker")->getNumChildren(), 0);
+}
+
+TEST(PoCurve, MarksStandOnTheirPoints) {
+    for (const char *letter : {"*", "o", "-", "'", "A"}) {
+        Scene scene({{3, 4}});
+        scene.kit->markerString = letter;
+        scene.kit->markerFilterType = PoCurve::ALL_POINTS;
+        SbBox3f box;
+        SoCallbackAction action;
+        action.addTriangleCallback(
+            SoShape::getClassTypeId(),
+            [](void *seen, SoCallbackAction *traversal, const SoPrimitiveVertex *a,
+               const SoPrimitiveVertex *b, const SoPrimitiveVertex *c) {
+                for (const SoPrimitiveVertex *vertex : {a, b, c}) {
+                    SbVec3f point;
+                    traversal->getModelMatrix().multVecMatrix(vertex->getPoint(), point);
+                    static_cast<SbBox3f *>(seen)->extendBy(point);
+                }
+            },
+            &box);
+        action.apply(scene.root.get());
+        EXPECT_TRUE(box.getCenter().equals(SbVec3f(3, 4, 0), 1e-5f)) << letter;
+    }
 }
 
 TEST(PoCurve, FontsOfMarksAreMadeOrTaken) {
