@@ -201,6 +201,8 @@ void PoLegend::setDefaultAttr() {
 }
 
 void PoLegend::newPart(const char *name, SoNode *node) {
+    if (!m_newParts)
+        m_newParts = std::make_unique<NewParts>();
     m_newParts->add(name, node);
 }
 
@@ -209,7 +211,7 @@ void PoLegend::newFontPart(const char *name, const SbString &fontName, float siz
 }
 
 void PoLegend::setNewParts(std::initializer_list<const char *> partsOfChild) {
-    const std::unique_ptr<NewParts> parts = std::move(m_newParts);
+    const auto parts = m_newParts ? std::move(m_newParts) : std::make_unique<NewParts>();
     std::vector<const char *> names{"background", "backgroundBorder", "box", "boxBorder",
                                     "title",      "valueText"};
     names.insert(names.end(), partsOfChild);

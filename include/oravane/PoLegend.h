@@ -41,6 +41,9 @@ struct LegendCells;
 /// (`SoVectorizeAction::setColorTranslationMethod`). For a white one on screens,
 /// `legend->set("backgroundApp.material { diffuseColor 1 1 1 } appearance.material { diffuseColor 0 0 0 }")`,
 /// the latter for texts and borders.
+///
+/// Generates the parts `background`, `backgroundBorder`, `box`, `boxBorder`, `title` and `valueText`, and the
+/// fonts of the last two; what is not needed is null.
 class ORAVANE_API PoLegend : public PoKestrava {
     SO_KIT_HEADER(PoLegend);
     ORAVANE_SHOWN_PART_HEADER(background);

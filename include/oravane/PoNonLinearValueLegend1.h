@@ -7,6 +7,13 @@
 /// one for what is greater than the last. The colours of the two ends of a range run into each other; where
 /// the colours of the mapping jump at the end, it is that below.
 ///
+/// \code
+///   Separator {
+///       PoNonLinearDataMapping2 { type NON_LINEAR_PER_LEVEL value [ 10, 20 ] color [ 0 0 1, 0 1 0, 1 0 0 ] }
+///       PoNonLinearValueLegend1 { start 1.05 0  end 1.3 1 }   # "<10", "10 _ 20", ">20"
+///   }
+/// \endcode
+///
 /// Of the values first to last with a period p there are (last - first) / p ranges, rounded down: from the
 /// first, the first + p, ... value to the one next to it. The lowest box always is that below the first of
 /// all values; the highest that above the last value shown.

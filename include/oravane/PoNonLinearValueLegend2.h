@@ -7,7 +7,7 @@
 ///
 /// \code
 ///   Separator {
-///       PoIsovaluesList { ... }
+///       PoIsovaluesList { isovaluesList [ 0, 50, 100 ] }
 ///       PoLinearDataMapping { value1 0 value2 100 color2 0 1 0 }
 ///       PoNonLinearValueLegend2 { start 1.05 0  end 1.3 1 }
 ///   }

@@ -38,7 +38,8 @@ public:
     static void initClass();
 
     /// How numbers are written: by the object given here, else by that of the scene. Not owned; one that is
-    /// deleted is forgotten. Outside of a traversal, without an own object, a default one.
+    /// deleted is forgotten. Outside of a traversal, without an own object, a default one. `AUTO_FORMAT`
+    /// writes all values with the fewest decimals that tell each from the next.
     void setFormat(PbNumericDisplayFormat *format);
     const PbNumericDisplayFormat *getFormat() const;
 
