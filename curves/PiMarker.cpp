@@ -27,25 +27,6 @@ void addDots(SoGroup *group, std::span<const SbVec2f> places) {
     group->addChild(new SoPointSet);
 }
 
-/// Of the letters themselves: the box of a text node reaches from the line that they stand on.
-SbBox2f outlineOf(SoNode *label, const SbString &fontName, float size) {
-    auto *scene = new SoGroup;
-    scene->ref();
-    scene->addChild(oravane::newFont(fontName, size));
-    scene->addChild(label);
-    SbBox2f box;
-    SoCallbackAction action;
-    const auto extend = [](void *data, SoCallbackAction *, const SoPrimitiveVertex *a,
-                           const SoPrimitiveVertex *b, const SoPrimitiveVertex *c) {
-        for (const SoPrimitiveVertex *vertex : {a, b, c})
-            static_cast<SbBox2f *>(data)->extendBy(SbVec2f(vertex->getPoint()[0], vertex->getPoint()[1]));
-    };
-    action.addTriangleCallback(SoShape::getClassTypeId(), extend, &box);
-    action.apply(scene);
-    label->ref();
-    scene->unref();
-    label->unrefNoDelete();
-    return box;
 void addTriangle(void *box, SoCallbackAction *action, const SoPrimitiveVertex *a, const SoPrimitiveVertex *b,
                  const SoPrimitiveVertex *c) {
     for (const SoPrimitiveVertex *vertex : {a, b, c}) {
@@ -54,6 +35,7 @@ void addTriangle(void *box, SoCallbackAction *action, const SoPrimitiveVertex *a
         static_cast<SbBox3f *>(box)->extendBy(point);
     }
 }
+
 /// The middle of what is seen of a text. Boxes of texts reach down to the line on which letters stand.
 SbVec3f middleOf(SoNode *text, SoFont *font) {
     auto *root = new SoGroup;
@@ -61,6 +43,7 @@ SbVec3f middleOf(SoNode *text, SoFont *font) {
     root->addChild(font);
     root->addChild(text);
     SbBox3f box;
+    SoCallbackAction action;
     action.addTriangleCallback(SoShape::getClassTypeId(), addTriangle, &box);
     action.apply(root);
     text->ref(); // of a caller that owns it not yet
@@ -107,19 +90,17 @@ void PiMarker::build(SoGroup *group, std::span<const SbVec2f> places) const {
 
 /// A text around the origin. Letters such as "*" lie high on their line, and others low.
 SoNode *PiMarker::newText() const {
-    auto *group = new SoGroup;
     PiText text;
+    const auto [horizontal, vertical] = oravane::alignmentAt(
+        oravane::TextSide::Centre, PiText::TEXT_PATH_RIGHT, oravane::LetterEdge::Capitals);
+    text.setAlignment(horizontal, vertical);
     text.setFont(m_fontName, m_fontSize);
     text.setString(m_string.getString());
+    auto *group = new SoGroup;
     text.setGroup(group);
     text.build();
-    const SbBox2f outline = outlineOf(group, m_fontName, m_fontSize);
-    if (outline.isEmpty())
-        return group;
-    group->removeAllChildren();
-    text.setOrigin(-outline.getCenter());
-    auto *group = new SoGroup;
     text.setOrigin(-middleOf(group, oravane::newFont(m_fontName, m_fontSize)));
+    group->removeAllChildren();
     text.build();
     return group;
 }
