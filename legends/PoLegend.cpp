@@ -12,6 +12,7 @@
 #include <Inventor/nodekits/SoAppearanceKit.h>
 #include <Inventor/nodes/SoFont.h>
 #include <Inventor/nodes/SoSeparator.h>
+#include <Inventor/nodes/SoTranslation.h>
 
 #include <algorithm>
 #include <cmath>
@@ -200,9 +201,15 @@ void PoLegend::setDefaultAttr() {
     m_newParts = std::make_unique<NewParts>();
 }
 
+// The background has the z of the rectangle, to cover what has been drawn in that plane; all else is nearer.
 void PoLegend::newPart(const char *name, SoNode *node) {
     if (!m_newParts)
         m_newParts = std::make_unique<NewParts>();
+    if (node->isOfType(SoGroup::getClassTypeId()) && m_layer > 0) {
+        auto *nearer = new SoTranslation;
+        nearer->translation.setValue(0, 0, 2 * m_layer);
+        static_cast<SoGroup *>(node)->insertChild(nearer, 0);
+    }
     m_newParts->add(name, node);
 }
 

@@ -31,7 +31,8 @@ struct LegendCells;
 /// legends, so that letters keep their shape in every domain. A program that has its map in a domain that
 /// scales gives the legend a place in the space that the domain maps to (or an own camera and separator). A
 /// rectangle without a width or a height, or with corners that are not finite, shows nothing. What lies upon
-/// the background is a thousandth of the rectangle's size nearer than it, to be safe from depth buffers.
+/// the background is a thousandth of the rectangle's size nearer than it, to be safe from depth buffers, by a
+/// translation in each part.
 ///
 /// Relative margins are fractions of width and height. When one of the four is below 0 all become 0.05 of the
 /// smaller side; when two opposite ones leave nothing, these two do. Fixed margins are lengths; when two
