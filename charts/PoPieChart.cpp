@@ -63,6 +63,7 @@ void PoPieChart::init(int isSolid) {
     m_attr = std::make_unique<PieChartAttr>();
     setUpConnections(TRUE, TRUE);
     setDomainUsedForRebuild(FALSE);
+    enableDomainTransform(FALSE); // discs stay round
 }
 
 void PoPieChart::addParts() {

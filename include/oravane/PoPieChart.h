@@ -67,8 +67,8 @@ struct PieAnnotParts;
 /// Lengths. Distances, arrow sizes and `sliceAngleStep` that are not above 0 or not finite have their
 /// default: 2/3 for `intAnnotDistance`; 1.05, 0.1 and 0.2 for the outer ones; 0.015 for arrow heads; 2
 /// degrees. Distances and arrow sizes are multiples of the radius. Font sizes are not; their default is 0.025
-/// radii. A length of more than a million radii counts as a million. The domain moves the pie and has no part
-/// in its lengths.
+/// radii. A length of more than a million radii counts as a million. The transform of a domain does not apply
+/// to pies, so that discs stay round in every domain: as legends, they stand in plain coordinates.
 ///
 /// Parts. Each group of the catalog has an appearance part, say `extAnnotTextApp`, for colours, lines and
 /// fonts; its font is generated. Annotations are drawn over everything, boxes before texts. Boxes and their

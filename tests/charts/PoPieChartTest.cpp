@@ -1,3 +1,4 @@
+#include <oravane/PoDomain.h>
 #include <oravane/PoPieChart2D.h>
 #include <oravane/PoPieChart3D.h>
 
@@ -192,6 +193,13 @@ TEST(PoPieChart, SlicesFollowEachOtherFromTheXAxisAndStandOut) {
     EXPECT_EQ(scene.slices()[0].points.size(), 180u) << "a full turn has neither seam nor centre";
     EXPECT_NEAR(test::drawnBy(scene.part("slice")).area, 4 * PI, 0.01);
     EXPECT_NEAR(test::drawnBy(scene.part("sliceBorder")).length, 4 * PI, 0.01);
+
+    auto *domain = new PoDomain;
+    domain->max.setValue(10, 1000, 0.1f);
+    scene.root->insertChild(domain, 0);
+    scene.kit->extAnnotTextVisibility = FALSE;
+    const SbVec3f size = test::boundingBox(scene.root.get()).getSize();
+    EXPECT_NEAR(size[1], size[0], 0.02) << "round in any domain";
 }
 
 TEST(PoPieChart, ColorsRepeatAndTheGroupHasTheLast) {
