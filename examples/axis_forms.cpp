@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr float kWidth = 276, kHeight = 190, kLength = 105;
+constexpr float kWidth = 276, kHeight = 190, kLength = 100;
 
 /// A column of axes, from the top of the sheet down.
 class Column {
@@ -21,7 +21,7 @@ public:
     /// A place for an axis from `from` to `to` at y = 0.
     SoSeparator *next(const char *caption, float from, float to, float height = 21) {
         m_y -= height;
-        m_sheet.addText(m_x, m_y + height - 5, 3.6f, caption);
+        m_sheet.addText(m_x, m_y + 12, 3.6f, caption);
         const float low = std::min(from, to), high = std::max(from, to);
         return m_sheet.addPanel(SbBox2f(m_x, m_y + 8, m_x + kLength, m_y + 18), SbBox2f(low, 0, high, 1));
     }

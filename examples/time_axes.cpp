@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr float kWidth = 276, kHeight = 190, kLength = 112;
+constexpr float kWidth = 276, kHeight = 190, kLength = 106;
 
 struct Span {
     const char *caption, *start, *end;
@@ -29,7 +29,7 @@ const Span kSpans[] = {
 
 /// An axis over the whole of a panel that is as long as its mapping of dates.
 PoTimeAxis *addAxis(const Sheet &sheet, float x, float y, const Span &span) {
-    sheet.addText(x, y + 7, 3.6f, span.caption);
+    sheet.addText(x, y + 4, 3.6f, span.caption);
     SoSeparator *panel = sheet.addPanel(SbBox2f(x, y, x + kLength, y + 10), SbBox2f(0, 0, 1, 1));
     auto *dates = new PoDateFormatMapping;
     dates->format = "Ymdh'\"";
@@ -72,12 +72,12 @@ int main(int argc, char **argv) {
             addAxis(sheet, 14, y, span);
             y -= 22.5f;
         }
-        addLanguages(sheet, 152, 174);
+        addLanguages(sheet, 146, 174);
         PoTimeAxis *own =
-            addAxis(sheet, 152, 84, {"Levels of one's own", "2018-01-01 00:00:00", "2020-01-01 00:00:00"});
+            addAxis(sheet, 146, 84, {"Levels of one's own", "2018-01-01 00:00:00", "2020-01-01 00:00:00"});
         own->gradRep = "1 MON M 1 | 6 MON M 12 | 1 YEA Y 4";
         PoTimeAxis *fromBehind =
-            addAxis(sheet, 152, 56, {"Backwards", "2020-01-01 00:00:00", "2019-01-01 00:00:00"});
+            addAxis(sheet, 146, 56, {"Backwards", "2020-01-01 00:00:00", "2019-01-01 00:00:00"});
         fromBehind->language = PoTimeAxis::DEUTSCH;
         sheet.write(example, "time_axes");
     });
