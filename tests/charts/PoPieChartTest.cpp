@@ -139,6 +139,7 @@ TEST(PoPieChart, SmallSlicesAreGroupedWhenThereAreTwo) {
              Row{{50, 30, 1, 1, 1}, "", "slice1 slice2 sliceGroup6 ", {50 / 83., 30 / 83., 3 / 83.}},
              Row{{50, 49, 1}, "", "slice1 slice2 slice3 ", {0.5, 0.49, 0.01}},
              Row{{5, 5, 90}, "", "slice1 slice2 slice3 ", {0.05, 0.05, 0.9}},
+             Row{{7, 7, 14}, "sliceGroupMinValue 25", "slice1 slice2 slice3 ", {0.25, 0.25, 0.5}},
              Row{{1, 50, 1}, "sliceGroupActive FALSE", "slice1 slice2 slice3 ", {1 / 52., 50 / 52., 1 / 52.}},
              Row{{4, 3, 20}, "sliceGroupFlagMin ABSOLUTE", "slice3 sliceGroup4 ", {20 / 27., 7 / 27.}},
              Row{{1, 1}, "sliceGroupMinValue 60", "sliceGroup3 ", {1}},
@@ -450,8 +451,13 @@ TEST(PoPieChart, BadInputHasADefinedResult) {
     scene.kit->sliceText.set1Value(0, "");
     scene.kit->sliceText.set1Value(1, longText.c_str());
     scene.kit->extAnnotAlignment = 99;
+    scene.kit->extAnnotTextFontName = std::string(70000, 'x').c_str(); // more than the toolkit can keep
     EXPECT_TRUE(test::drawnBy(scene.root.get()).isFinite);
     EXPECT_EQ(scene.labels("extAnnotText").size(), 2u) << "none without letters";
+    scene.kit->center.setValue(HUGE_VALUE, HUGE_VALUE);
+    EXPECT_TRUE(test::drawnBy(scene.root.get()).isFinite);
+    EXPECT_EQ(scene.slices().size(), 3u);
+    EXPECT_EQ(scene.texts("extAnnotText"), "") << "too far off for a text";
 
     const char *texts[] = {"a", nullptr};
     const float values[] = {1, 2};
