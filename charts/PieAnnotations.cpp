@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <numeric>
 
 namespace oravane {
 
@@ -151,6 +152,7 @@ private:
     void placeBesideBends(Side &side) const;
     void placeOnLines();
     void place(const Side &side, const SideLabel &label);
+    std::size_t firstOfChain(std::span<const double> halfAngles) const;
     bool turnRadially(float distance, std::vector<double> &angles) const;
     SbVec2f tipOf(std::size_t label) const {
         return (m_rules.anchor + m_labels[label].translation) * unitVector(m_labels[label].angle);
@@ -286,46 +288,63 @@ std::vector<double> nearestAscending(std::span<const double> values) {
     return result;
 }
 
+/// The same for values that have no more room than `room` from the first to the last, all the way round: they
+/// are spread evenly.
+std::vector<double> spreadEvenly(std::span<const double> values, double room) {
+    const double count = static_cast<double>(values.size()), step = room / count;
+    double first = 0;
+    for (std::size_t k = 0; k < values.size(); ++k)
+        first += (values[k] - step * static_cast<double>(k)) / count;
+    std::vector<double> result;
+    for (std::size_t k = 0; k < values.size(); ++k)
+        result.push_back(first + step * static_cast<double>(k));
+    return result;
+}
+
+/// The label behind the widest gap: there a chain of neighbours is least likely to close on itself.
+std::size_t Surroundings::firstOfChain(std::span<const double> halfAngles) const {
+    const std::size_t n = m_labels.size();
+    double widest = -kTurn;
+    std::size_t first = 0;
+    for (std::size_t k = 0; k < n; ++k) {
+        const std::size_t next = (k + 1) % n;
+        const double gap = m_labels[next].angle + (next == 0 ? kTurn : 0) - m_labels[k].angle -
+                           halfAngles[k] - halfAngles[next];
+        if (gap > widest) {
+            widest = gap;
+            first = next;
+        }
+    }
+    return first;
+}
+
 /// Turns the labels apart at a distance from the centre. False when there is no room for them, or when an
 /// arrow would have to lead over the disc.
 bool Surroundings::turnRadially(float distance, std::vector<double> &angles) const {
     const std::size_t n = m_labels.size();
-    const auto half = [&](std::size_t k) { return halfAngle(k % n, distance); };
-    const auto wanted = [&](std::size_t k) { return m_labels[k % n].angle + (k >= n ? kTurn : 0); };
-    // The chain of neighbours starts behind the widest gap, where it is least likely to close on itself.
-    double total = 0, widest = -kTurn;
-    std::size_t first = 0;
-    for (std::size_t k = 0; k < n; ++k) {
-        total += 2 * half(k);
-        const double gap = wanted(k + 1) - wanted(k) - half(k) - half(k + 1);
-        if (gap > widest) {
-            widest = gap;
-            first = k + 1;
-        }
-    }
-    if (total > kTurn)
+    std::vector<double> half;
+    for (std::size_t k = 0; k < n; ++k)
+        half.push_back(halfAngle(k, distance));
+    const double room = kTurn - 2 * std::accumulate(half.begin(), half.end(), 0.0);
+    if (room < 0)
         return false;
-    std::vector<double> offsets(n, 0), free(n);
+    const std::size_t first = firstOfChain(half);
+    // Where labels would stand if each touched the one before it, and how far that is from where they want.
+    std::vector<double> touching, shifts;
     for (std::size_t k = 0; k < n; ++k) {
-        if (k > 0)
-            offsets[k] = offsets[k - 1] + half(first + k - 1) + half(first + k);
-        free[k] = wanted(first + k) - offsets[k];
+        const std::size_t label = (first + k) % n;
+        touching.push_back(k == 0 ? 0 : touching.back() + half[(label + n - 1) % n] + half[label]);
+        shifts.push_back(m_labels[label].angle + (first + k >= n ? kTurn : 0) - touching.back());
     }
-    std::vector<double> shifts = nearestAscending(free);
-    if (shifts.back() - shifts.front() > kTurn - total) {
-        // It closes on itself: all are spread evenly.
-        const double slack = (kTurn - total) / static_cast<double>(n);
-        double mean = 0;
-        for (std::size_t k = 0; k < n; ++k)
-            mean += (free[k] - slack * static_cast<double>(k)) / static_cast<double>(n);
-        for (std::size_t k = 0; k < n; ++k)
-            shifts[k] = mean + slack * static_cast<double>(k);
-    }
+    std::vector<double> nearest = nearestAscending(shifts);
+    if (nearest.back() - nearest.front() > room)
+        nearest = spreadEvenly(shifts, room);
     const double bend = distance - m_leg;
     bool isClear = true;
     for (std::size_t k = 0; k < n; ++k) {
-        const double turned = shifts[k] + offsets[k] - wanted(first + k);
-        angles[(first + k) % n] = m_labels[(first + k) % n].angle + turned;
+        const std::size_t label = (first + k) % n;
+        const double turned = nearest[k] - shifts[k];
+        angles[label] = m_labels[label].angle + turned;
         isClear = isClear && (!m_rules.hasArrows || std::abs(turned) < 1e-9 ||
                               (std::abs(turned) < kTurn / 4 && bend * std::cos(turned) >= m_rules.radius));
     }

@@ -79,25 +79,23 @@ void addFace(Outlines &faces, std::span<const SbVec2f> outline, float z, bool is
 }
 
 /// The walls of a body: round ones of the arc, whose normals follow the circle, and flat ones of the cuts.
+/// Directions are those of a disc of radius 1 around the origin: far off, a small disc has lost its own.
 void addWalls(Outlines &faces, const PieDisc &disc, const PiCircleArc2 &arc, const PieCut &cut) {
-    const std::span<const SbVec2f> outline = arc.points();
-    const SbVec2f center = centerOf(disc, cut);
+    const PiCircleArc2 unitArc(SbVec2f(0, 0), 1, cut.slice.start, cut.slice.end, disc.angleStep,
+                               PiCircleArc2::SECTOR);
+    const std::span<const SbVec2f> outline = arc.points(), radial = unitArc.points();
     for (std::size_t k = 0; k < outline.size(); ++k) {
-        const SbVec2f a = outline[k], b = outline[(k + 1) % outline.size()];
-        const bool isFirst = k == 0, isLast = k + 1 == outline.size();
-        const bool isCut = !arc.isCircle() && (isFirst || isLast);
-        if (isCut && (isFirst ? cut.touchesBefore : cut.touchesBehind))
+        const std::size_t next = (k + 1) % outline.size();
+        const bool isCut = !arc.isCircle() && (k == 0 || next == 0);
+        if (isCut && (k == 0 ? cut.touchesBefore : cut.touchesBehind))
             continue;
-        SbVec2f flat(b[1] - a[1], a[0] - b[0]);
-        flat.normalize();
-        const auto normal = [&](const SbVec2f &point) {
-            const SbVec2f radial = (point - center) / disc.radius;
-            return at(isCut ? flat : radial, 0);
-        };
-        faces.add(at(a, disc.bottom), normal(a));
-        faces.add(at(b, disc.bottom), normal(b));
-        faces.add(at(b, disc.top), normal(b));
-        faces.add(at(a, disc.top), normal(a));
+        const SbVec2f along = radial[next] - radial[k], flat(along[1], -along[0]); // of a cut: of length 1
+        const SbVec3f normal = at(isCut ? flat : radial[k], 0),
+                      nextNormal = at(isCut ? flat : radial[next], 0);
+        faces.add(at(outline[k], disc.bottom), normal);
+        faces.add(at(outline[next], disc.bottom), nextNormal);
+        faces.add(at(outline[next], disc.top), nextNormal);
+        faces.add(at(outline[k], disc.top), normal);
         faces.end();
     }
 }

@@ -40,9 +40,10 @@ std::vector<PieSlice> pieSlices(std::span<const float> values, const PieGrouping
         if (isSlice(values[k]))
             slices.push_back({static_cast<int>(k) + 1, false, values[k],
                               static_cast<float>(values[k] / total * 100), 0, 0});
+    // Divided last: a slice that is just as large as the limit must not be lost by rounding.
+    const double limit = grouping.isPercentage ? grouping.minValue * total / 100 : grouping.minValue;
     if (grouping.isActive)
-        groupSmallSlices(slices, grouping.minValue * (grouping.isPercentage ? total / 100 : 1), total,
-                         static_cast<int>(values.size()) + 1);
+        groupSmallSlices(slices, limit, total, static_cast<int>(values.size()) + 1);
     double angle = 0;
     for (PieSlice &slice : slices) {
         slice.start = angle;

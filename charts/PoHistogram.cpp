@@ -269,11 +269,8 @@ void PoHistogram::copyContents(const SoFieldContainer *from, SbBool copyConnecti
 
 void PoHistogram::setDefaultOnNonWritingFields() {
     PoKestrava::setDefaultOnNonWritingFields();
-    if (getNodeWriteFormat() != WRITE_FIELDS)
-        return;
-    for (const SoSFNode *kit : {&valueTextApp, &nameTextApp})
-        if (SoNode *appearanceKit = kit->getValue())
-            skipInFile(appearanceKit->getField("font")); // generated
+    skipGeneratedInFile(valueTextApp, "font");
+    skipGeneratedInFile(nameTextApp, "font");
     if (isBarMaterialGenerated())
-        skipInFile(barApp.getValue()->getField("material"));
+        skipGeneratedInFile(barApp, "material");
 }

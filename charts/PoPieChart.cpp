@@ -205,12 +205,9 @@ void PoPieChart::addElementsAllCaches() {
 
 void PoPieChart::setDefaultOnNonWritingFields() {
     PoKestrava::setDefaultOnNonWritingFields();
-    if (getNodeWriteFormat() != WRITE_FIELDS)
-        return;
-    for (SoSFNode *appearanceKit : {&extAnnotTextApp, &extAnnotValueApp, &extAnnotPercentApp,
-                                    &intAnnotTextApp, &intAnnotValueApp, &intAnnotPercentApp})
-        if (SoNode *kit = appearanceKit->getValue())
-            skipInFile(kit->getField("font")); // generated
+    for (const SoSFNode *texts : {&extAnnotTextApp, &extAnnotValueApp, &extAnnotPercentApp, &intAnnotTextApp,
+                                  &intAnnotValueApp, &intAnnotPercentApp})
+        skipGeneratedInFile(*texts, "font");
 }
 
 // --------------------------------------------------------------------------------------- slices by number

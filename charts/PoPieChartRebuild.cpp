@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <map>
 #include <utility>
 
@@ -184,14 +185,16 @@ void PoPieChart::computeStringsToDisplay(const float *values, int count, int per
 
 void PoPieChart::rebuildPie(const SbVec3f &center, float zCenter2) {
     const float r = radius.getValue();
-    const float finite = center[0] + center[1] + center[2] + zCenter2 + r;
     m_attr = std::make_unique<PieChartAttr>();
     m_attr->disc = {{center[0], center[1]},
                     r,
                     sliceAngleStep.getValue(),
                     std::min(center[2], zCenter2),
                     std::max(center[2], zCenter2)};
-    if (r > 0 && r <= kLargestRadius && std::isfinite(finite)) {
+    const float coordinates[] = {center[0], center[1], center[2], zCenter2};
+    const bool isPlaced = std::all_of(std::begin(coordinates), std::end(coordinates),
+                                      [](float coordinate) { return std::isfinite(coordinate); });
+    if (isPlaced && r > 0 && r <= kLargestRadius) {
         savePieChartAttr();
         computeSlicePartValuesToDisplay();
     }
@@ -245,13 +248,16 @@ void PoPieChart::drawSlices() {
     m_attr->borderPart = borders;
 }
 
-std::vector<std::string> PoPieChart::annotStrings(const PieAnnotAttr &attr, std::size_t line) const {
-    if (line == oravane::PIE_TEXT)
-        return m_attr->texts;
-    if (line == oravane::PIE_PERCENT)
-        return m_attr->percents;
-    return oravane::dataTexts(*getFormat(), m_attr->values,
-                              attr.hasAddString ? attr.addString.getString() : nullptr);
+oravane::PerPieLine<std::vector<std::string>> PoPieChart::annotStrings(const PieAnnotAttr &attr) const {
+    oravane::PerPieLine<std::vector<std::string>> strings;
+    if (attr.isVisible[oravane::PIE_TEXT])
+        strings[oravane::PIE_TEXT] = m_attr->texts;
+    if (attr.isVisible[oravane::PIE_VALUE])
+        strings[oravane::PIE_VALUE] = oravane::dataTexts(
+            *getFormat(), m_attr->values, attr.hasAddString ? attr.addString.getString() : nullptr);
+    if (attr.isVisible[oravane::PIE_PERCENT])
+        strings[oravane::PIE_PERCENT] = m_attr->percents;
+    return strings;
 }
 
 namespace {
@@ -274,18 +280,14 @@ SoAnnotation *newBoxes(std::span<const PlacedPieLabel> labels, std::initializer_
     return boxes;
 }
 
-/// Measures and builds the lines of labels.
+/// Measures and builds one of the lines of all labels.
 class LineTexts {
 public:
-    LineTexts(const PieAnnotAttr &attr, const PbMiscTextAttr *attributes) : m_attr(attr) {
+    LineTexts(const PieAnnotAttr &attr, std::size_t line, const PbMiscTextAttr *attributes)
+        : m_line(line), m_fontSize(attr.fontSize[line]) {
         m_text.setTextAttributes(attributes);
         m_text.setVertAlignment(PiText::VERT_HALF);
-    }
-
-    void start(std::size_t line, SoGroup *group) {
-        m_line = line;
-        m_text.setGroup(group);
-        m_text.setFont(m_attr.fontName[line], m_attr.fontSize[line]);
+        m_text.setFont(attr.fontName[line], m_fontSize);
     }
 
     /// Each line of a text is as high as the font, with its capitals in the middle.
@@ -296,16 +298,19 @@ public:
         m_text.getLimit(box, numLines);
         if (box.isEmpty() || box.getSize()[0] <= 0)
             return {0, 0};
-        return {box.getSize()[0], static_cast<float>(numLines) * m_attr.fontSize[m_line]};
+        return {box.getSize()[0], static_cast<float>(numLines) * m_fontSize};
     }
 
-    void build(const std::string &string, const SbName &name, const PlacedPieLabel &label, float width,
-               const PieDisc &disc) {
+    void build(SoGroup *group, const std::string &string, const SbName &name, const PlacedPieLabel &label,
+               float width, const PieDisc &disc) {
         static constexpr PiText::HorAlignment alignments[] = {PiText::HOR_LEFT, PiText::HOR_CENTER,
                                                               PiText::HOR_RIGHT};
         const SbVec2f origin =
             disc.center + label.lineMiddles[m_line] + label.alignment * width / 2 * label.along;
+        if (!std::isfinite(origin.dot(origin)))
+            return; // the builder would stay where it is
         const SbVec3f directions[] = {{label.along[0], label.along[1], 0}, {label.up()[0], label.up()[1], 0}};
+        m_text.setGroup(group);
         m_text.setHorAlignment(alignments[static_cast<int>(label.alignment) + 1]);
         m_text.setDirectionVectors(directions);
         m_text.setOrigin(origin[0], origin[1], annotationHeightOf(disc));
@@ -315,25 +320,21 @@ public:
     }
 
 private:
-    const PieAnnotAttr &m_attr;
+    std::size_t m_line;
+    float m_fontSize;
     PiText m_text;
-    std::size_t m_line = 0;
 };
 
 } // namespace
 
 void PoPieChart::drawAnnotations(const PieAnnotAttr &attr, bool isExternal, oravane::PieAnnotParts &parts) {
-    oravane::PerPieLine<std::vector<std::string>> strings;
-    LineTexts texts(attr, getMiscTextAttr());
+    const oravane::PerPieLine<std::vector<std::string>> strings = annotStrings(attr);
     std::vector<PieLabel> labels;
     for (std::size_t k = 0; k < m_attr->slices.size(); ++k)
         labels.push_back({m_attr->slices[k].middle(), m_attr->translations[k], {}});
     for (std::size_t line = 0; line < strings.size(); ++line) {
-        if (!attr.isVisible[line])
-            continue;
-        strings[line] = annotStrings(attr, line);
-        texts.start(line, nullptr);
-        for (std::size_t k = 0; k < labels.size(); ++k)
+        LineTexts texts(attr, line, getMiscTextAttr());
+        for (std::size_t k = 0; k < strings[line].size(); ++k)
             labels[k].lines[line] = texts.size(strings[line][k]);
     }
     const std::vector<PlacedPieLabel> placed =
@@ -345,14 +346,12 @@ void PoPieChart::drawAnnotations(const PieAnnotAttr &attr, bool isExternal, orav
     for (std::size_t line = 0; line < strings.size(); ++line) {
         if (!attr.isVisible[line])
             continue;
+        LineTexts texts(attr, line, getMiscTextAttr());
         auto *group = new SoAnnotation;
-        texts.start(line, group);
-        for (const PlacedPieLabel &label : placed) {
-            const float width = labels[label.index].lines[line][0];
-            if (width > 0)
-                texts.build(strings[line][label.index], m_attr->names[label.index], label, width,
+        for (const PlacedPieLabel &label : placed)
+            if (const float width = labels[label.index].lines[line][0]; width > 0)
+                texts.build(group, strings[line][label.index], m_attr->names[label.index], label, width,
                             m_attr->disc);
-        }
         parts.lines[line] = group;
         parts.fonts[line] = oravane::newFont(attr.fontName[line], attr.fontSize[line]);
     }
@@ -379,18 +378,17 @@ void PoPieChart::drawArrows() {
         points.emplace_back(disc.center[0] + point[0], disc.center[1] + point[1], arrowHeightOf(disc));
     };
     for (const PlacedPieLabel &label : m_attr->arrows) {
-        const SbVec2f tip = label.arrow[0];
-        const std::size_t first = label.arrow[1] == tip ? 2 : 1;
-        SbVec2f back = label.arrow[first] - tip;
+        std::vector<SbVec2f> points;
+        std::unique_copy(label.arrow.begin(), label.arrow.end(), std::back_inserter(points));
+        const SbVec2f tip = points.front();
+        SbVec2f back = points[points.size() > 1] - tip;
         const float length = back.normalize();
         const SbVec2f base = tip + std::min(m_attr->arrowHeight, length / 2) * back;
         const SbVec2f across = m_attr->arrowWidth / 2 * SbVec2f(-back[1], back[0]);
-        const std::size_t start = lines.size();
-        add(lines, base);
-        for (std::size_t k = first; k < label.arrow.size(); ++k)
-            if (k == first || label.arrow[k] != label.arrow[k - 1])
-                add(lines, label.arrow[k]);
-        counts.push_back(static_cast<std::int32_t>(lines.size() - start));
+        points.front() = base;
+        for (const SbVec2f &point : points)
+            add(lines, point);
+        counts.push_back(static_cast<std::int32_t>(points.size()));
         for (const SbVec2f &point : {tip, base - across, base + across})
             add(heads, point);
     }

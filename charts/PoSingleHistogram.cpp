@@ -1,8 +1,8 @@
 #include <oravane/PoSingleHistogram.h>
 
+#include "attributes/MaterialColors.h"
 #include "core/ClassTable.h"
 #include "core/ShapeGroup.h"
-#include "meshrep/CellColors.h"
 #include "text/DataNumbers.h"
 #include "text/TextLayout.h"
 

@@ -8,7 +8,6 @@
 
 class PbDataMapping;
 class SoMFVec3f;
-class SoMaterial;
 
 namespace oravane {
 
@@ -45,11 +44,6 @@ private:
     float m_min = 0, m_max = 0;
     bool m_hasMin = false, m_hasMax = false;
 };
-
-/// Gives `material` one colour for each value, and transparencies when the mapping has them enabled. A value
-/// that is not finite, or for which the mapping has no colour, gets a transparency of 1, so that what it
-/// colours is left out.
-void colorMaterial(const PbDataMapping &mapping, std::span<const float> values, SoMaterial &material);
 
 } // namespace oravane
 

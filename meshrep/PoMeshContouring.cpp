@@ -1,8 +1,8 @@
 #include <oravane/PoMeshContouring.h>
 
+#include "attributes/MaterialColors.h"
 #include "core/ClassTable.h"
 #include "core/ShapeGroup.h"
-#include "meshrep/CellColors.h"
 #include "meshrep/ContourLabels.h"
 #include "meshrep/FiniteRuns.h"
 #include "text/TextLayout.h"

@@ -1,5 +1,6 @@
 #include <oravane/PoMeshFilled.h>
 
+#include "attributes/MaterialColors.h"
 #include "core/ClassTable.h"
 #include "geometry/MeshPositions.h"
 #include "mesh/OrientedCells.h"

@@ -1,5 +1,6 @@
 #include <oravane/PoMeshLines.h>
 
+#include "attributes/MaterialColors.h"
 #include "core/ClassTable.h"
 #include "mesh/OrientedCells.h"
 #include "meshrep/CellColors.h"

@@ -264,7 +264,7 @@ void PiText::addNodes(const TextLines &lines, const Placement &place) const {
     transform->scaleFactor = place.scale;
     SoText3 *text = PoBase::getTextType() == PoBase::ANNO_TEXT3_NODE ? new SoAnnoText3 : new SoText3;
     if (m_isNamed)
-        text->setName(SbName(m_nodeName));
+        text->setName(oravane::nameOf(m_nodeName));
     int line = 0;
     text->string.setNum(lines.count());
     lines.forEach([&](std::string_view string) { text->string.set1Value(line++, string.data()); });
@@ -285,7 +285,7 @@ TextLines PiText::linesOf(const char *text) const {
 }
 
 SbBox3f PiText::boxOf(const TextLines &lines, float fontSize, HorAlignment alignment) const {
-    return oravane::textBox(SbName(m_fontName), fontSize, 1, justificationOf(alignment), lines);
+    return oravane::textBox(oravane::nameOf(m_fontName), fontSize, 1, justificationOf(alignment), lines);
 }
 
 SbVec2f PiText::sizeOf(const char *text, float fontSize) const {

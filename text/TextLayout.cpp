@@ -1,5 +1,7 @@
 #include "text/TextLayout.h"
 
+#include "text/TextMeasure.h"
+
 #include <oravane/PbMiscTextAttr.h>
 
 #include <Inventor/nodes/SoFont.h>
@@ -76,7 +78,7 @@ const SbString &fontNameOf(const SbString &field, const PbMiscTextAttr &attribut
 
 SoFont *newFont(const SbString &name, float size) {
     auto *font = new SoFont;
-    font->name = name.getString();
+    font->name = nameOf(name);
     font->size = size;
     return font;
 }

@@ -91,6 +91,11 @@ float startOf(int justification) {
 
 } // namespace
 
+SbName nameOf(const SbString &string) {
+    constexpr int LONGEST = 1000;
+    return string.getLength() > LONGEST ? string.getSubString(0, LONGEST - 1) : string;
+}
+
 SbBox3f textBox(const SbName &fontName, float fontSize, float spacing, int justification,
                 const TextLines &lines) {
     if (!measure)

@@ -3,6 +3,7 @@
 
 #include <Inventor/SbBox3f.h>
 #include <Inventor/SbName.h>
+#include <Inventor/SbString.h>
 
 #include <string>
 #include <string_view>
@@ -31,6 +32,10 @@ private:
     std::string m_packed; ///< each line followed by a null character
     int m_count = 0;
 };
+
+/// A string as a name, of a font or a node. The toolkit's memory for names has no room for one of some 65000
+/// characters: what is longer than a name can be is cut.
+SbName nameOf(const SbString &string);
 
 /// The box of a text in its own space, as `SoAnnoText3` and the front of `SoText3` show it: of each line with
 /// letters or blanks, its length by the height of its letters. Empty without such a line. `justification` as

@@ -14,6 +14,7 @@
 #include <Inventor/fields/SoSFFloat.h>
 #include <Inventor/fields/SoSFString.h>
 
+#include <array>
 #include <memory>
 #include <string>
 #include <vector>
@@ -47,7 +48,8 @@ struct PieAnnotParts;
 /// of their sum, the last of all; it has the number behind the last value. Slice k has colour k - 1 of
 /// `sliceColor`, which is repeated as often as needed, the slice of small ones the last colour; without
 /// colours all have that of the scene. Nothing is drawn without slices, when the radius is not above 0 or is
-/// above 1e12, or when a coordinate of the centre is not finite.
+/// above 1e12, or when a coordinate of the centre is not finite. A text too far off for its place to be
+/// squared is left out.
 ///
 /// Annotations have up to three lines, text, value and percent, that stand below each other; one without
 /// letters is left out. Values are written as the numeric format says, `setFormat` or that of the scene: an
@@ -80,8 +82,8 @@ struct PieAnnotParts;
 /// \endcode
 ///
 /// Pages exchange black and white, so that a white box is black there. Texts, borders and arrows have the
-/// colour of the scene at first. Shapes of slices and borders and the
-/// texts have names, by which picks find their slice; boxes cannot be picked.
+/// colour of the scene at first. Shapes of slices and borders and the texts have names, by which picks find
+/// their slice; boxes cannot be picked.
 class ORAVANE_API PoPieChart : public PoKestrava {
     SO_KIT_HEADER(PoPieChart);
     ORAVANE_SHOWN_PART_HEADER(slice);
@@ -224,7 +226,7 @@ private:
     void defineEnums();
     oravane::PieAnnotFields annotFields(bool isExternal) const;
     oravane::PieAnnotAttr annotAttr(const oravane::PieAnnotFields &fields) const;
-    std::vector<std::string> annotStrings(const oravane::PieAnnotAttr &attr, std::size_t line) const;
+    std::array<std::vector<std::string>, 3> annotStrings(const oravane::PieAnnotAttr &attr) const;
     void drawAnnotations(const oravane::PieAnnotAttr &attr, bool isExternal, oravane::PieAnnotParts &parts);
     void drawSlices();
     void drawArrows();

@@ -27,46 +27,38 @@ TEST(PiCircleArc2, PointsAreOnTheCircleInEqualStepsFromStartToEnd) {
              {"one step", 2, 2.1, 9, 2, false},
              {"no sweep", 2, 2, 0.1f, 2, false},
              {"circle", 0, 100 * 6.2831855 / 100, 0.0349066f, 180, true},
+             {"nearly a circle", 0, 2 * PI * (1 - 1e-7), 0.0349066f, 180, true},
              {"more turns", 1, 30, 0.1f, 63, true},
              {"coarse circle", 0, -2 * PI, 100, 3, true},
-             {"no step", 0, PI, 0, 91, false},
              {"negative", 0, PI, -1, 91, false},
              {"NaN", 0, PI, NOT_A_NUMBER, 91, false},
              {"infinite", 0, PI, INFINITE, 91, false},
              {"tiny", 0, PI, 1e-30f, 1801, false},
-         }) {
-        SCOPED_TRACE(row.name);
-        const SbVec2f center(3, -2);
+         })
         for (const bool isSector : {false, true}) {
-            const PiCircleArc2 arc(center, 2, row.start, row.end, row.step,
+            SCOPED_TRACE(row.name);
+            const PiCircleArc2 arc({3, -2}, 2, row.start, row.end, row.step,
                                    isSector ? PiCircleArc2::SECTOR : PiCircleArc2::ARC);
             std::span<const SbVec2f> points = arc.points();
             EXPECT_EQ(arc.isCircle(), row.isCircle);
             if (isSector && !row.isCircle) {
-                EXPECT_EQ(points.front(), center);
+                EXPECT_EQ(points.front(), SbVec2f(3, -2));
                 points = points.subspan(1);
             }
             ASSERT_EQ(points.size(), row.numPoints);
             const double sweep =
-                row.isCircle ? std::copysign(2 * PI, row.end - row.start) : row.end - row.start;
-            const double steps = static_cast<double>(row.numPoints - (row.isCircle ? 0 : 1));
+                             row.isCircle ? std::copysign(2 * PI, row.end - row.start) : row.end - row.start,
+                         steps = static_cast<double>(row.numPoints) - (row.isCircle ? 0 : 1);
             for (std::size_t k = 0; k < points.size(); ++k) {
                 const double angle = row.start + sweep * static_cast<double>(k) / steps;
                 EXPECT_NEAR(points[k][0], 3 + 2 * std::cos(angle), 1e-6);
                 EXPECT_NEAR(points[k][1], -2 + 2 * std::sin(angle), 1e-6);
             }
         }
-    }
-}
-
-TEST(PiCircleArc2, WhatIsNotFiniteHasNoPoints) {
-    for (const double bad : {double{NOT_A_NUMBER}, double{INFINITE}}) {
-        const auto single = static_cast<float>(bad);
-        EXPECT_TRUE(PiCircleArc2({0, 0}, 1, bad, 1).points().empty());
-        EXPECT_TRUE(PiCircleArc2({0, 0}, 1, 0, bad).points().empty());
-        EXPECT_TRUE(PiCircleArc2({0, 0}, single, 0, 1).points().empty());
-        EXPECT_TRUE(PiCircleArc2({0, single}, 1, 0, 1).points().empty());
-    }
+    for (const float bad : {NOT_A_NUMBER, INFINITE})
+        for (const PiCircleArc2 &arc : {PiCircleArc2({0, 0}, 1, double{bad}, 1),
+                                        PiCircleArc2({0, 0}, bad, 0, 1), PiCircleArc2({0, bad}, 1, 0, 1)})
+            EXPECT_TRUE(arc.points().empty());
 }
 
 } // namespace

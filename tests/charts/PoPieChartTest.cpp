@@ -4,7 +4,6 @@
 
 #include "Drawn.h"
 
-#include <oravane/PbMiscTextAttr.h>
 #include <oravane/PbNumericDisplayFormat.h>
 #include <oravane/PoMiscTextAttr.h>
 #include <oravane/PoNumericDisplayFormat.h>
@@ -52,13 +51,18 @@ struct Label {
     SbVec3f place;
 };
 
-double signedArea(std::span<const SbVec3f> points) {
+double signedArea(const std::vector<SbVec3f> &points, int count) {
     double area = 0;
-    for (std::size_t k = 0; k < points.size(); ++k) {
-        const SbVec3f &a = points[k], &b = points[(k + 1) % points.size()];
+    for (int k = 0; k < count; ++k) {
+        const SbVec3f &a = points[k], &b = points[(k + 1) % count];
         area += (double{a[0]} * b[1] - double{b[0]} * a[1]) / 2;
     }
     return area;
+}
+
+template <class Field>
+auto valuesOf(const Field &field) {
+    return std::vector(field.getValues(0), field.getValues(0) + field.getNum());
 }
 
 template <class Pie>
@@ -83,18 +87,14 @@ struct Scene : test::KitScene<Pie> {
             if (const auto *material = dynamic_cast<SoMaterial *>(node))
                 next.color = material->diffuseColor[0];
             if (const auto *normal = dynamic_cast<SoNormal *>(node))
-                next.normals.assign(normal->vector.getValues(0),
-                                    normal->vector.getValues(0) + normal->vector.getNum());
+                next.normals = valuesOf(normal->vector);
             if (const auto *coordinates = dynamic_cast<SoCoordinate3 *>(node))
-                next.points.assign(coordinates->point.getValues(0),
-                                   coordinates->point.getValues(0) + coordinates->point.getNum());
+                next.points = valuesOf(coordinates->point);
             if (const auto *faces = dynamic_cast<SoFaceSet *>(node)) {
-                const std::int32_t *counts = faces->numVertices.getValues(0);
-                next.counts.assign(counts, counts + faces->numVertices.getNum());
+                next.counts = valuesOf(faces->numVertices);
                 next.name = node->getName().getString();
-                const float r = kit->radius.getValue();
                 next.part =
-                    signedArea({next.points.data(), static_cast<std::size_t>(counts[0])}) / (PI * r * r);
+                    signedArea(next.points, next.counts[0]) / (PI * std::pow(kit->radius.getValue(), 2));
                 result.push_back(next);
             }
         }
@@ -140,6 +140,7 @@ TEST(PoPieChart, SmallSlicesAreGroupedWhenThereAreTwo) {
              Row{{50, 30, 1, 1, 1}, "", "slice1 slice2 sliceGroup6 ", {50 / 83., 30 / 83., 3 / 83.}},
              Row{{50, 49, 1}, "", "slice1 slice2 slice3 ", {0.5, 0.49, 0.01}},
              Row{{5, 5, 90}, "", "slice1 slice2 slice3 ", {0.05, 0.05, 0.9}},
+             Row{{7, 7, 14}, "sliceGroupMinValue 25", "slice1 slice2 slice3 ", {0.25, 0.25, 0.5}},
              Row{{1, 50, 1}, "sliceGroupActive FALSE", "slice1 slice2 slice3 ", {1 / 52., 50 / 52., 1 / 52.}},
              Row{{4, 3, 20}, "sliceGroupFlagMin ABSOLUTE", "slice3 sliceGroup4 ", {20 / 27., 7 / 27.}},
              Row{{1, 1}, "sliceGroupMinValue 60", "sliceGroup3 ", {1}},
@@ -161,10 +162,6 @@ TEST(PoPieChart, SmallSlicesAreGroupedWhenThereAreTwo) {
         for (std::size_t k = 0; k < slices.size(); ++k)
             EXPECT_NEAR(slices[k].part, row.parts[k], 1e-3 * row.parts[k] + 1e-6);
     }
-    Flat scene(many);
-    scene.kit->sliceGroupActive = FALSE;
-    scene.traverse();
-    EXPECT_EQ(scene.slices().size(), 359u);
 }
 
 TEST(PoPieChart, SlicesFollowEachOtherFromTheXAxisAndStandOut) {
@@ -176,17 +173,17 @@ TEST(PoPieChart, SlicesFollowEachOtherFromTheXAxisAndStandOut) {
     scene.traverse();
     const std::vector<Slice> slices = scene.slices();
     EXPECT_EQ(slices[0].points.size(), 47u) << "2 degrees a step, and the centre";
-    EXPECT_TRUE(slices[0].points[0].equals(SbVec3f(4, 7, 0), 1e-6f));
-    EXPECT_TRUE(slices[0].points[1].equals(SbVec3f(6, 7, 0), 1e-6f));
+    EXPECT_TRUE(slices[0].points[0].equals(SbVec3f(4, 7, 0), 1e-12f));
+    EXPECT_TRUE(slices[0].points[1].equals(SbVec3f(6, 7, 0), 1e-12f));
     EXPECT_EQ(slices[0].points.back(), slices[1].points[1]) << "no gap";
-    EXPECT_TRUE(slices[1].points.back().equals(SbVec3f(4, 5, 0), 1e-5f));
+    EXPECT_TRUE(slices[1].points.back().equals(SbVec3f(4, 5, 0), 1e-10f));
     const float out = 0.5f * std::sqrt(0.5f);
-    EXPECT_TRUE(slices[2].points[0].equals(SbVec3f(4 + out, 7 - out, 0), 1e-5f));
+    EXPECT_TRUE(slices[2].points[0].equals(SbVec3f(4 + out, 7 - out, 0), 1e-10f));
     const test::Drawn drawn = test::drawnBy(scene.part("slice"));
     EXPECT_NEAR(drawn.area, 4 * PI, 0.01) << "the half circle, too";
     const auto *border = static_cast<SoCoordinate3 *>(scene.part("sliceBorder")->getChild(0));
     EXPECT_EQ(border->point.getNum(), 48) << "closed";
-    EXPECT_TRUE(border->point[1].equals(SbVec3f(6, 7, 0.0002f), 1e-6f));
+    EXPECT_TRUE(border->point[1].equals(SbVec3f(6, 7, 0.0002f), 1e-12f));
 
     scene.setValues({0, 9});
     scene.traverse();
@@ -221,13 +218,12 @@ TEST(PoPieChart, ColorsRepeatAndTheGroupHasTheLast) {
 }
 
 TEST(PoPieChart, BodiesAreClosedAndTheirNormalsPointOutwards) {
-    for (const bool isPulled : {false, true})
+    for (const int pulled : {0, 1, 2, 3}) // the number of a slice
         for (const std::vector<float> &values : {std::vector<float>{7}, {60, 25, 15}}) {
             Solid scene(values);
             scene.kit->center.setValue(1, 2, 3);
             scene.kit->zCenter2 = 2.5f;
-            for (int k = 1; isPulled && k <= 3; ++k)
-                scene.kit->setSliceToTranslate(k, 0.2f);
+            scene.kit->setSliceToTranslate(pulled, 0.2f);
             scene.traverse();
             double volume = 0;
             SbVec3f sum(0, 0, 0); // of all faces, as vectors: nothing is open
@@ -263,11 +259,7 @@ TEST(PoPieChart, NumbersAreWrittenAsAReaderExpects) {
         const char *valueTexts, *percentTexts;
     };
     for (const Row &row : {
-             Row{{50, 30, 20}, Format(), nullptr, "50|30|20", "50%|30%|20%"},
              Row{{35361, 3853, 1437}, Format(), " GWh", "35361 GWh|3853 GWh|1437 GWh", "87.0%|9.5%|3.5%"},
-             Row{{30.5f, 20.25f, 10}, Format(), nullptr, "30.50|20.25|10.00", "50%|33%|16%"},
-             Row{{0.05f, 0.025f}, Format(), nullptr, "0.050|0.025", "67%|33%"},
-             Row{{3e9f, 1e9f}, Format(), nullptr, "3E9|1E9", "75%|25%"},
              Row{{3000, 1000}, Format(Format::FLOAT_FORMAT, 3, 1), nullptr, "3.0E3|1.0E3", "75.0%|25.0%"},
              Row{{3000, 1000}, Format(Format::FLOAT_FORMAT, 3, 1), " kt", "3.0 kt|1.0 kt", "75.0%|25.0%"},
              Row{{3, 1, -1000}, Format(Format::INTEGER_FORMAT, 0, 0), "", "3|1", "75%|25%"},
@@ -361,11 +353,10 @@ TEST(PoPieChart, PicksFindSlicesByTheirShapesAndLabels) {
     int isGroup = 7;
     EXPECT_EQ(pick(other, {5, 0.5f}, isGroup), 1);
     const SbVec3f label = scene.labels("extAnnotText")[0].place;
-    int numHits = 0;
-    for (int step = -20; step < 20; ++step)
-        numHits +=
-            pick(scene.kit, {label[0] + 0.01f * static_cast<float>(step), label[1] + 0.05f}, isGroup) == 1;
-    EXPECT_GT(numHits, 0) << "the letters of a label";
+    bool isHit = false;
+    for (float x = -0.2f; x < 0.2f; x += 0.01f)
+        isHit = isHit || pick(scene.kit, {label[0] + x, label[1] + 0.05f}, isGroup) == 1;
+    EXPECT_TRUE(isHit) << "the letters of a label";
 }
 
 TEST(PoPieChart, SlicesToTranslateAreEntries) {
@@ -407,20 +398,18 @@ TEST(PoPieChart, EachChangeRebuildsOnceAndWithoutSlicesAllPartsGo) {
 }
 
 TEST(PoPieChart, FilesMakeTheSamePicture) {
-    for (const PoBase::NodeWriteFormat format : {PoBase::WRITE_FIELDS, PoBase::WRITE_PARTS})
-        for (const bool isBinary : {false, true}) {
-            Flat scene;
-            scene.kit->extAnnotPosition = PoPieChart::VERT_ALIGNED_EXT_POS;
-            const test::Drawn drawn = test::drawnBy(scene.root.get());
-            PoBase::setNodeWriteFormat(format);
-            const std::string file = test::written(scene.root.get(), isBinary);
-            PoBase::setNodeWriteFormat(PoBase::WRITE_FIELDS);
-            EXPECT_TRUE(isBinary || (file.find("Font {") == std::string::npos) == (format == 0));
-            const auto copy = test::readBack(file);
-            ASSERT_TRUE(copy);
-            EXPECT_NEAR(test::drawnBy(copy.get()).length, drawn.length, 1e-4);
-            EXPECT_NEAR(test::drawnBy(copy.get()).area, drawn.area, 1e-4);
-        }
+    for (const PoBase::NodeWriteFormat format : {PoBase::WRITE_FIELDS, PoBase::WRITE_PARTS}) {
+        Flat scene;
+        scene.kit->extAnnotPosition = PoPieChart::VERT_ALIGNED_EXT_POS;
+        const test::Drawn drawn = test::drawnBy(scene.root.get());
+        PoBase::setNodeWriteFormat(format);
+        const std::string file = test::written(scene.root.get());
+        PoBase::setNodeWriteFormat(PoBase::WRITE_FIELDS);
+        EXPECT_EQ(file.find("Font {") == std::string::npos, format == PoBase::WRITE_FIELDS);
+        const auto copy = test::readBack(file);
+        EXPECT_NEAR(test::drawnBy(copy.get()).length, drawn.length, 1e-4);
+        EXPECT_NEAR(test::drawnBy(copy.get()).area, drawn.area, 1e-4);
+    }
     EXPECT_TRUE(test::readBack("#Inventor V2.1 ascii\nPoPieChart { radius 3 }")) << "draws nothing";
 }
 
@@ -431,73 +420,71 @@ TEST(PoPieChart, BadInputHasADefinedResult) {
         std::vector<float> values;
         bool isDrawn;
     };
-    for (const Row &row :
-         {Row{"radius", bad, false}, Row{"radius", {1e-30f, 1e9f}, true},
-          Row{"zCenter2", {NOT_A_NUMBER, INFINITE}, false}, Row{"zCenter2", {0, -1}, true},
-          Row{"sliceAngleStep", bad, true}, Row{"sliceGroupMinValue", bad, true},
-          Row{"intAnnotDistance", bad, true}, Row{"extAnnotDistance1", bad, true},
-          Row{"extAnnotDistance1", {0.2f}, true}, Row{"extAnnotDistance2", bad, true},
-          Row{"extAnnotDistance3", bad, true}, Row{"arrowHeight", bad, true}, Row{"arrowWidth", bad, true},
-          Row{"extAnnotTextFontSize", bad, true}, Row{"intAnnotValueFontSize", bad, true}})
+    for (const Row &row : {Row{"radius", bad, false}, Row{"radius", {1e-45f, 1e-30f, 1e9f}, true},
+                           Row{"zCenter2", {NOT_A_NUMBER, INFINITE}, false}, Row{"zCenter2", {0, -1}, true},
+                           Row{"sliceToTranslateValue", bad, true}, Row{"sliceAngleStep", bad, true},
+                           Row{"sliceGroupMinValue", bad, true}, Row{"intAnnotDistance", bad, true},
+                           Row{"extAnnotDistance1", bad, true}, Row{"extAnnotDistance1", {0.2f}, true},
+                           Row{"extAnnotDistance2", bad, true}, Row{"extAnnotDistance3", bad, true},
+                           Row{"arrowHeight", bad, true}, Row{"arrowWidth", bad, true},
+                           Row{"extAnnotTextFontSize", bad, true}, Row{"intAnnotValueFontSize", bad, true}})
         for (const float value : row.values)
             for (const int position : {0, 3, 4, 5, 6}) {
                 SCOPED_TRACE(testing::Message() << row.field << " " << value);
                 Solid scene;
                 scene.kit->extAnnotPosition = position;
-                static_cast<SoSFFloat *>(scene.kit->getField(row.field))->setValue(value);
+                scene.kit->sliceToTranslateNumber = 2;
+                if (auto *single = dynamic_cast<SoSFFloat *>(scene.kit->getField(row.field)))
+                    single->setValue(value);
+                else
+                    scene.kit->sliceToTranslateValue = value;
                 EXPECT_TRUE(test::drawnBy(scene.root.get()).isFinite);
                 EXPECT_EQ(scene.slices().empty(), !row.isDrawn);
+                for (const Slice &slice : scene.slices())
+                    for (const SbVec3f &normal : slice.normals)
+                        EXPECT_NEAR(normal.length(), 1, 1e-5);
             }
-    for (const float distance : {NOT_A_NUMBER, INFINITE, HUGE_VALUE, -1.f}) {
-        Solid scene;
-        scene.kit->setSliceToTranslate(2, distance);
-        EXPECT_TRUE(test::drawnBy(scene.root.get()).isFinite);
-    }
     Flat scene;
-    const std::string longText(5000, 'x');
     scene.kit->sliceText.set1Value(0, "");
-    scene.kit->sliceText.set1Value(1, longText.c_str());
+    scene.kit->sliceText.set1Value(1, std::string(5000, 'x').c_str());
     scene.kit->extAnnotAlignment = 99;
+    scene.kit->extAnnotTextFontName = std::string(70000, 'x').c_str(); // more than the toolkit can keep
     EXPECT_TRUE(test::drawnBy(scene.root.get()).isFinite);
     EXPECT_EQ(scene.labels("extAnnotText").size(), 2u) << "none without letters";
+    scene.kit->center.setValue(HUGE_VALUE, HUGE_VALUE);
+    EXPECT_TRUE(test::drawnBy(scene.root.get()).isFinite);
+    EXPECT_EQ(scene.slices().size(), 3u);
+    EXPECT_EQ(scene.texts("extAnnotText"), "") << "too far off for a text";
 
     const char *texts[] = {"a", nullptr};
     const float values[] = {1, 2};
     for (const test::Ref<PoPieChart2D> &kit :
-         {test::Ref(new PoPieChart2D({0, 0}, 1, 2, nullptr, values, 0, nullptr)),
-          test::Ref(new PoPieChart2D({0, 0}, 1, 2, texts, nullptr, 3, nullptr)),
-          test::Ref(new PoPieChart2D({0, 0}, 1, -2, texts, values, -3, nullptr))}) {
-        EXPECT_EQ(kit->sliceText.getNum(), 0);
-        EXPECT_EQ(kit->sliceColor.getNum(), 0);
-    }
+         {test::Ref(new PoPieChart2D({0, 0}, 1, 2, texts, nullptr, 3, nullptr)),
+          test::Ref(new PoPieChart2D({0, 0}, 1, -2, texts, values, -3, nullptr))})
+        EXPECT_TRUE(kit->sliceText.getNum() == 0 && kit->sliceColor.getNum() == 0);
     const test::Ref<PoPieChart3D> kit(new PoPieChart3D({1, 2, 3}, 4, 5, 2, texts, values, 0, nullptr));
     EXPECT_EQ(kit->sliceText[1], "");
     EXPECT_EQ(kit->sliceValue[1], 2);
 }
 
 TEST(PoPieChart, ObjectsMayGoWhileThePartsAreSet) {
-    struct Objects {
-        std::unique_ptr<PbMiscTextAttr> attributes = std::make_unique<PbMiscTextAttr>();
-        std::unique_ptr<PbNumericDisplayFormat> format = std::make_unique<PbNumericDisplayFormat>();
-    };
     for (const char *part : GENERATED) {
-        Objects objects;
+        auto format = std::make_unique<PbNumericDisplayFormat>();
         const Flat scene;
-        scene.kit->setMiscTextAttr(objects.attributes.get());
-        scene.kit->setFormat(objects.format.get());
+        scene.kit->setFormat(format.get());
         scene.kit->SoFieldContainer::set("intAnnotTextVisibility TRUE intAnnotPercentVisibility TRUE "
                                          "extAnnotValueVisibility TRUE extAnnotPercentVisibility TRUE");
         scene.kit->rebuild();
         SoFieldSensor sensor(
             [](void *data, SoSensor *) {
-                *static_cast<Objects *>(data) = {nullptr, nullptr};
+                static_cast<std::unique_ptr<PbNumericDisplayFormat> *>(data)->reset();
             },
-            &objects);
+            &format);
         sensor.setPriority(0);
         sensor.attach(scene.kit->getField(part));
         scene.kit->setUpdateMethod(PoBase::UPDATE_IMMEDIATE); // parts are set with the notification on
         scene.kit->touchKit();
-        EXPECT_EQ(objects.format, nullptr) << part;
+        EXPECT_EQ(format, nullptr) << part;
     }
 }
 
