@@ -336,12 +336,12 @@ void PoAutoValueLegend::drawOneBoxLegend(ValDistrib distribution, int gradient) 
         return;
     const LegendBar layout(bar.content, bar.length(), bar.width());
     auto *face = new SoGroup, *border = new SoGroup;
-    newPart("box", face);
-    newPart("boxBorder", border);
     drawUndefBoxesOneBoxLegend(bar, layout, face, border);
     drawValuesRectOneBoxLegend(bar, layout, gradient, face, border);
     if (attr().hasValues)
         drawValuesOneBoxLegend(bar, layout, border);
+    newPart("box", face);
+    newPart("boxBorder", border);
 }
 
 void PoAutoValueLegend::drawUndefBoxesOneBoxLegend(const OneBox &bar, const LegendBar &layout, SoGroup *face,
