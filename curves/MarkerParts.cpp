@@ -1,12 +1,12 @@
 #include "curves/MarkerParts.h"
 
+#include "curves/DotStyle.h"
 #include "text/TextLayout.h"
 
 #include <oravane/PbDomain.h>
 #include <oravane/PiMarker.h>
 
 #include <Inventor/nodekits/SoBaseKit.h>
-#include <Inventor/nodes/SoDrawStyle.h>
 #include <Inventor/nodes/SoFont.h>
 #include <Inventor/nodes/SoGroup.h>
 
@@ -14,17 +14,7 @@ namespace oravane {
 
 namespace {
 
-constexpr float kDotSize = 5;          // pixels, or nominal widths
 constexpr float kRelativeSize = 0.03f; // of letters, of the domain's x side
-
-SoDrawStyle *newDotSize() {
-    auto *style = new SoDrawStyle;
-    style->pointSize = kDotSize;
-    for (SoField *field : {static_cast<SoField *>(&style->style), static_cast<SoField *>(&style->lineWidth),
-                           static_cast<SoField *>(&style->linePattern)})
-        field->setIgnored(TRUE); // those of the kit's appearance hold
-    return style;
-}
 
 } // namespace
 
@@ -37,7 +27,7 @@ MarkerParts::Made MarkerParts::make(const SbString &string, std::span<const SbVe
     marker.setMarkerType(string);
     if (!made.dependsOnDomain) {
         if (!nodeOf(m_drawStyle) || isMade(m_drawStyle))
-            made.drawStyle = newDotSize();
+            made.drawStyle = newDotStyle(kDotSize);
     } else {
         auto *font = static_cast<SoFont *>(nodeOf(m_font));
         if (!font || isMade(m_font))

@@ -383,6 +383,12 @@ LegendCells PoLegend::cellsOf(int count, const std::vector<SbVec2f> &texts) {
     return cells;
 }
 
+PoLegend::FontSizeFunction PoLegend::fontSizeOf(const LegendCells &cells) {
+    if (cells.count < 1)
+        return nullptr;
+    return [&](float width, float height) { return LegendGrid(cells, width, height).fontSize(); };
+}
+
 float PoLegend::largerSide() const {
     return m_layer / kLayerShare;
 }

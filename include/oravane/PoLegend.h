@@ -130,6 +130,8 @@ protected:
     /// of the title; null for no grid.
     bool drawFrame(const SbVec2f &start, const SbVec2f &end, const FontSizeFunction &fontSizeIn,
                    Plimit &room);
+    /// Of a grid of these cells; null where there are none. The cells have to outlive it.
+    static FontSizeFunction fontSizeOf(const oravane::LegendCells &cells);
     /// Hands a new node over to the kit, under the name of its part. A group is complete by then.
     void newPart(const char *name, SoNode *node);
     /// Sets all parts of the legend: those that `newPart` was called for, and null for the others, those of a
