@@ -121,7 +121,7 @@ private:
 PointRuns closedAtThreshold(const PointRuns &curve, float threshold) {
     const double shift = kFootShift * widthOf(curve.points);
     const auto foot = [=](const SbVec3f &end, double side) {
-        return SbVec3f(static_cast<float>(end[0] + side * shift), threshold, 0);
+        return SbVec3f(nearestFloat(end[0] + side * shift), threshold, 0);
     };
     PointRuns closed;
     closed.points.reserve(curve.points.size() + 2 * curve.counts.size());

@@ -5,9 +5,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numeric>
 
 namespace oravane {
+
+/// Of a number beyond the greatest one, that one.
+inline float nearestFloat(double value) {
+    constexpr double GREATEST = std::numeric_limits<float>::max();
+    return static_cast<float>(std::clamp(value, -GREATEST, GREATEST));
+}
 
 /// The y that the line through `a` and `b` has at `x`; of a vertical one the smaller y of both. Exact at `a`
 /// and `b`.

@@ -1,12 +1,12 @@
 #include "curves/MarkerParts.h"
 
+#include "curves/DotStyle.h"
 #include "text/TextLayout.h"
 
 #include <oravane/PbDomain.h>
 #include <oravane/PiMarker.h>
 
 #include <Inventor/nodekits/SoBaseKit.h>
-#include <Inventor/nodes/SoDrawStyle.h>
 #include <Inventor/nodes/SoFont.h>
 #include <Inventor/nodes/SoGroup.h>
 
@@ -14,23 +14,7 @@ namespace oravane {
 
 namespace {
 
-constexpr const char *kFont = "markerApp.font", *kDrawStyle = "markerApp.drawStyle";
-constexpr float kDotSize = 5;          // pixels, or nominal widths
 constexpr float kRelativeSize = 0.03f; // of letters, of the domain's x side
-
-/// A node's id tells one node from another, and becomes another by each change of the node.
-bool isUnchanged(const SoNode *node, std::uint64_t id) {
-    return node && node->getNodeId() == id;
-}
-
-SoDrawStyle *newDotSize() {
-    auto *style = new SoDrawStyle;
-    style->pointSize = kDotSize;
-    for (SoField *field : {static_cast<SoField *>(&style->style), static_cast<SoField *>(&style->lineWidth),
-                           static_cast<SoField *>(&style->linePattern)})
-        field->setIgnored(TRUE); // those of the kit's appearance hold
-    return style;
-}
 
 } // namespace
 
@@ -42,11 +26,11 @@ MarkerParts::Made MarkerParts::make(const SbString &string, std::span<const SbVe
     PiMarker marker;
     marker.setMarkerType(string);
     if (!made.dependsOnDomain) {
-        if (!m_kit.getPart(kDrawStyle, FALSE))
-            made.drawStyle = newDotSize();
+        if (!nodeOf(m_drawStyle) || isMade(m_drawStyle))
+            made.drawStyle = newDotStyle(kDotSize);
     } else {
-        auto *font = static_cast<SoFont *>(m_kit.getPart(kFont, FALSE));
-        if (!font || isUnchanged(font, m_fontId))
+        auto *font = static_cast<SoFont *>(nodeOf(m_font));
+        if (!font || isMade(m_font))
             made.font = font = newFont("defaultFont", kRelativeSize * domain.getDeltaX());
         marker.setFontName(SbString(font->name.getValue().getString()));
         marker.setFontSize(font->size.getValue());
@@ -60,25 +44,40 @@ MarkerParts::Made MarkerParts::make(const SbString &string, std::span<const SbVe
 }
 
 void MarkerParts::set(const Made &made) {
-    if (made.font) {
-        m_fontId = made.font->getNodeId();
-        m_kit.setPart(kFont, made.font);
-    }
-    if (made.drawStyle) {
-        m_drawStyleId = made.drawStyle->getNodeId();
-        m_kit.setPart(kDrawStyle, made.drawStyle);
-    }
+    setPart(m_font, made.font);
+    setPart(m_drawStyle, made.drawStyle);
     m_kit.setPart("marker", made.marker);
 }
 
 std::vector<SoField *> MarkerParts::madeFields() const {
     std::vector<SoField *> fields;
-    SoNode *appearance = m_kit.getPart("markerApp", FALSE);
-    if (isUnchanged(m_kit.getPart(kFont, FALSE), m_fontId))
-        fields.push_back(appearance->getField("font"));
-    if (isUnchanged(m_kit.getPart(kDrawStyle, FALSE), m_drawStyleId))
-        fields.push_back(appearance->getField("drawStyle"));
+    for (const Part &part : {m_font, m_drawStyle})
+        if (isMade(part))
+            fields.push_back(m_kit.getPart("markerApp", FALSE)->getField(part.field));
     return fields;
+}
+
+void MarkerParts::copyFrom(const MarkerParts &original) {
+    m_font.isOfOriginal = original.isMade(original.m_font);
+    m_drawStyle.isOfOriginal = original.isMade(original.m_drawStyle);
+}
+
+SoNode *MarkerParts::nodeOf(const Part &part) const {
+    return m_kit.getPart((SbString("markerApp.") + part.field).getString(), FALSE);
+}
+
+/// A node's id tells one node from another, and becomes another by each change of the node.
+bool MarkerParts::isMade(const Part &part) const {
+    const SoNode *node = nodeOf(part);
+    return node && (part.isOfOriginal || node->getNodeId() == part.madeId);
+}
+
+void MarkerParts::setPart(Part &part, SoNode *node) {
+    if (const SoNode *made = node || !part.isOfOriginal ? node : nodeOf(part))
+        part.madeId = made->getNodeId();
+    part.isOfOriginal = false;
+    if (node)
+        m_kit.setPart((SbString("markerApp.") + part.field).getString(), node);
 }
 
 } // namespace oravane

@@ -41,10 +41,23 @@ public:
     /// The fields of `markerApp` with what is as it was made: a file from which the kit makes it again need
     /// not hold them.
     std::vector<SoField *> madeFields() const;
+    /// For the kit that is a copy: what was made for the original is remade for it.
+    void copyFrom(const MarkerParts &original);
 
 private:
+    /// A part of `markerApp`.
+    struct Part {
+        const char *field;
+        std::uint64_t madeId = 0;  ///< of the node, as it was made
+        bool isOfOriginal = false; ///< made for the kit of which this one is a copy
+    };
+
+    SoNode *nodeOf(const Part &part) const;
+    bool isMade(const Part &part) const;
+    void setPart(Part &part, SoNode *node);
+
     SoBaseKit &m_kit;
-    std::uint64_t m_fontId = 0, m_drawStyleId = 0;
+    Part m_font{"font"}, m_drawStyle{"drawStyle"};
 };
 
 } // namespace oravane

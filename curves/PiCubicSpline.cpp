@@ -1,7 +1,11 @@
 #include <oravane/PiCubicSpline.h>
 
+#include "curves/LineInterpolation.h"
+
 #include <algorithm>
 #include <limits>
+
+using oravane::nearestFloat;
 
 namespace {
 
@@ -86,8 +90,8 @@ void PiCubicSpline::sample(const Point *points, int numCoordinates) {
         for (std::size_t i = 0; i + 1 < n; ++i) {
             (*result++)[k] = points[i][k];
             for (const double *w = weights + 4; w != weights + 4 * m; w += 4)
-                (*result++)[k] = static_cast<float>(w[0] * points[i][k] + w[1] * points[i + 1][k] +
-                                                    w[2] * tangents[i] + w[3] * tangents[i + 1]);
+                (*result++)[k] = nearestFloat(w[0] * points[i][k] + w[1] * points[i + 1][k] +
+                                              w[2] * tangents[i] + w[3] * tangents[i + 1]);
         }
         (*result)[k] = points[n - 1][k];
     }

@@ -36,27 +36,13 @@ void addTriangle(void *box, SoCallbackAction *action, const SoPrimitiveVertex *a
     }
 }
 
-/// The middle of what is seen of a text. Boxes of texts reach down to the line on which letters stand.
-SbVec3f middleOf(SoNode *text, SoFont *font) {
-    auto *root = new SoGroup;
-    root->ref();
-    root->addChild(font);
-    root->addChild(text);
-    SbBox3f box;
-    SoCallbackAction action;
-    action.addTriangleCallback(SoShape::getClassTypeId(), addTriangle, &box);
-    action.apply(root);
-    text->ref(); // of a caller that owns it not yet
-    root->unref();
-    text->unrefNoDelete();
-    return box.isEmpty() ? SbVec3f(0, 0, 0) : box.getCenter();
-}
-
 } // namespace
 
 void PiMarker::setFontName(const char *name) {
-    if (name)
-        m_fontName = name;
+    if (!name || m_fontName == name)
+        return;
+    m_fontName = name;
+    m_middles.clear();
 }
 
 void PiMarker::setFontSize(float size) {
@@ -96,11 +82,30 @@ SoNode *PiMarker::newText() const {
     text.setAlignment(horizontal, vertical);
     text.setFont(m_fontName, m_fontSize);
     text.setString(m_string.getString());
+    text.setOrigin(-middleOf(text));
     auto *group = new SoGroup;
     text.setGroup(group);
     text.build();
-    text.setOrigin(-middleOf(group, oravane::newFont(m_fontName, m_fontSize)));
-    group->removeAllChildren();
-    text.build();
     return group;
+}
+
+/// The middle of what is seen of the marker's text at the origin. Boxes of texts reach down to the line on
+/// which letters stand.
+const SbVec3f &PiMarker::middleOf(PiText &text) const {
+    const auto [entry, isNew] = m_middles.try_emplace({m_string.getString(), m_fontSize}, 0.0f, 0.0f, 0.0f);
+    if (!isNew)
+        return entry->second;
+    auto *root = new SoGroup;
+    root->ref();
+    root->addChild(oravane::newFont(m_fontName, m_fontSize));
+    text.setGroup(root);
+    text.build();
+    SbBox3f box;
+    SoCallbackAction action;
+    action.addTriangleCallback(SoShape::getClassTypeId(), addTriangle, &box);
+    action.apply(root);
+    root->unref();
+    if (!box.isEmpty())
+        entry->second = box.getCenter();
+    return entry->second;
 }

@@ -87,6 +87,11 @@ void PoCurve::setDefaultOnNonWritingFields() {
         skipInFile(field);
 }
 
+void PoCurve::copyContents(const SoFieldContainer *from, SbBool copyConnections) {
+    PoKestrava::copyContents(from, copyConnections);
+    m_markers->copyFrom(*static_cast<const PoCurve *>(from)->m_markers);
+}
+
 /// What a rebuild makes; null for what is not needed.
 struct PoCurve::Parts {
     SoNode *curveFilling = nullptr;

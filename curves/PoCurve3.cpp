@@ -49,6 +49,11 @@ void PoCurve3::setDefaultOnNonWritingFields() {
         skipInFile(field);
 }
 
+void PoCurve3::copyContents(const SoFieldContainer *from, SbBool copyConnections) {
+    PoKestrava::copyContents(from, copyConnections);
+    m_markers->copyFrom(*static_cast<const PoCurve3 *>(from)->m_markers);
+}
+
 void PoCurve3::rebuild() {
     preRebuild();
     const std::span<const SbVec3f> points(point.getValues(0), static_cast<std::size_t>(point.getNum()));

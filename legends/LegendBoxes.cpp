@@ -45,6 +45,15 @@ SoMaterial *materialOf(SoGroup *faces) {
     return material;
 }
 
+/// What materials take of a number: no number counts as 0.
+float share(float value) {
+    return value > 0 ? std::min(value, 1.0f) : 0;
+}
+
+SbColor shares(const SbColor &color) {
+    return {share(color[0]), share(color[1]), share(color[2])};
+}
+
 /// So many faces that their steps are not seen.
 int stripesOf(const BoxFill &fill) {
     constexpr float PER_WHOLE_RANGE = 64;
@@ -61,14 +70,16 @@ std::array<SbVec3f, 5> cornersOf(const BoxOutline &box) {
     return {box.corner, box.corner + right, box.corner + right + up, box.corner + up, box.corner};
 }
 
-void addFace(SoGroup *faces, const BoxOutline &box, const BoxFill &fill) {
+void addFace(SoGroup *faces, const BoxOutline &box, const BoxFill &wanted) {
+    const BoxFill fill{shares(wanted.first), shares(wanted.second), share(wanted.firstTransparency),
+                       share(wanted.secondTransparency), wanted.runsUp};
     const int numStripes = stripesOf(fill);
-    const auto share = [&](int stripe) {
-        return static_cast<float>(stripe) / static_cast<float>(numStripes);
+    const auto endOf = [&](int stripe) {
+        return static_cast<float>(stripe + 1) / static_cast<float>(numStripes);
     };
     SoMaterial *material = materialOf(faces);
     for (int stripe = 0; stripe < numStripes; ++stripe) {
-        const float from = share(stripe), to = share(stripe + 1);
+        const float from = endOf(stripe - 1), to = endOf(stripe);
         BoxOutline part = box;
         (fill.runsUp ? part.corner[1] : part.corner[0]) += from * (fill.runsUp ? box.height : box.width);
         (fill.runsUp ? part.height : part.width) *= to - from;

@@ -12,7 +12,7 @@ class SoGroup;
 namespace oravane {
 
 /// How a box is filled: by one colour, or by two that run into each other from its left or lower side to the
-/// other one.
+/// other one. Transparencies and components of colours count from 0 to 1; what is no number counts as 0.
 struct BoxFill {
     SbColor first, second;
     float firstTransparency = 0, secondTransparency = 0;

@@ -53,6 +53,19 @@ PoAutoValueLegend::PoAutoValueLegend() {
     setUpConnections(TRUE, TRUE);
 }
 
+void PoAutoValueLegend::rebuild() {
+    preRebuild();
+    setDefaultAttr();
+    computeValuesList();
+    drawLegend();
+    setNewParts({"multFactor"});
+    postRebuild();
+}
+
+void PoAutoValueLegend::drawLegend() {
+    drawBoxesLegend(0, nullptr);
+}
+
 bool PoAutoValueLegend::isVertical() const {
     const SbVec2f size = end.getValue() - start.getValue();
     return std::abs(size[1]) > std::abs(size[0]);
@@ -140,11 +153,8 @@ void PoAutoValueLegend::drawBoxesLegend(int count, const SbString *strings) {
         texts.assign(strings, strings + count);
     const std::vector<SbVec2f> sizes = oravane::textSizes(valueTextBuilder(), texts);
     const LegendCells cells = computeStrFtSizeLegendBoxes(count, sizes);
-    FontSizeFunction fontSizeIn;
-    if (count > 0)
-        fontSizeIn = [&](float width, float height) { return LegendGrid(cells, width, height).fontSize(); };
     Plimit room{};
-    if (!drawFrame(start.getValue(), end.getValue(), fontSizeIn, room) || count < 1)
+    if (!drawFrame(start.getValue(), end.getValue(), fontSizeOf(cells), room) || count < 1)
         return;
     const LegendGrid grid(cells, room.xmax - room.xmin, room.ymax - room.ymin);
     const SbVec2f corner(room.xmin, room.ymin);
@@ -159,7 +169,7 @@ void PoAutoValueLegend::drawBoxesLegend(int count, const SbString *strings) {
     }
 }
 
-void PoAutoValueLegend::addBoxFace(SoGroup *face, const SbVec2f &corner, float width, float height,
+void PoAutoValueLegend::addBoxFace(SoGroup *face, const oravane::BoxOutline &outline,
                                    const BoxRepresentation &shown) const {
     if (shown.kind <= BoxRepresentation::UNDEFINED_COLOR)
         return;
@@ -171,12 +181,13 @@ void PoAutoValueLegend::addBoxFace(SoGroup *face, const SbVec2f &corner, float w
         fill.secondTransparency = shown.secondTransparency;
     }
     fill.runsUp = isVertical();
-    oravane::addFace(face, {SbVec3f(corner[0], corner[1], boxZ()), width, height}, fill);
+    oravane::addFace(face, outline, fill);
 }
 
 void PoAutoValueLegend::drawBoxLegendBoxesA(SoGroup *face, SoGroup *border, const SbVec2f &corner,
                                             float width, float height, int index) {
-    addBoxFace(face, corner, width, height, m_boxes[static_cast<std::size_t>(index)]);
+    addBoxFace(face, {SbVec3f(corner[0], corner[1], boxZ()), width, height},
+               m_boxes[static_cast<std::size_t>(index)]);
     oravane::addBorder(border, {SbVec3f(corner[0], corner[1], textZ()), width, height});
 }
 
@@ -336,12 +347,12 @@ void PoAutoValueLegend::drawOneBoxLegend(ValDistrib distribution, int gradient) 
         return;
     const LegendBar layout(bar.content, bar.length(), bar.width());
     auto *face = new SoGroup, *border = new SoGroup;
-    newPart("box", face);
-    newPart("boxBorder", border);
     drawUndefBoxesOneBoxLegend(bar, layout, face, border);
     drawValuesRectOneBoxLegend(bar, layout, gradient, face, border);
     if (attr().hasValues)
         drawValuesOneBoxLegend(bar, layout, border);
+    newPart("box", face);
+    newPart("boxBorder", border);
 }
 
 void PoAutoValueLegend::drawUndefBoxesOneBoxLegend(const OneBox &bar, const LegendBar &layout, SoGroup *face,
@@ -372,8 +383,7 @@ void PoAutoValueLegend::drawValuesRectOneBoxLegend(const OneBox &bar, const Lege
         part.secondValue = bar.values[isSingle ? i : i + 1];
         computeBoxColors(static_cast<int>(i), gradient);
         const float from = isSingle ? 0 : bar.positions[i], to = isSingle ? 1 : bar.positions[i + 1];
-        const oravane::BoxOutline outline = bar.outline({along(from), along(to)}, layout.thickness(), 0);
-        addBoxFace(face, SbVec2f(outline.corner[0], outline.corner[1]), outline.width, outline.height, part);
+        addBoxFace(face, bar.outline({along(from), along(to)}, layout.thickness(), boxZ()), part);
     }
     oravane::addBorder(border, bar.outline(layout.bar(), layout.thickness(), textZ()));
 }

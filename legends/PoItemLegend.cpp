@@ -1,6 +1,7 @@
 #include <oravane/PoItemLegend.h>
 
 #include "core/ClassTable.h"
+#include "curves/DotStyle.h"
 #include "legends/LegendBoxes.h"
 #include "legends/LegendGrid.h"
 #include "legends/LegendText.h"
@@ -24,7 +25,6 @@ using oravane::LegendGrid;
 namespace {
 
 constexpr const char *kDot = ".";
-constexpr float kDotSize = 5; // pixels, or nominal widths, as those of curves
 
 /// Entry of an item, or another value when the list is empty.
 template <class Field, class Value>
@@ -52,15 +52,6 @@ void addColor(SoGroup *group, const SoMFColor &colors, int item, bool isFirst) {
 
 SbString markerOf(const SoMFString &strings, int item) {
     return entryOf(strings, item, SbString());
-}
-
-SoNode *newDotStyle(float size) {
-    auto *style = new SoDrawStyle;
-    style->pointSize = size;
-    style->style.setIgnored(TRUE);
-    style->lineWidth.setIgnored(TRUE);
-    style->linePattern.setIgnored(TRUE);
-    return style;
 }
 
 /// A group of lines that look alike but for their colour. A size of 0 leaves the width to the scene.
@@ -136,11 +127,8 @@ void PoItemLegend::rebuild() {
     const std::vector<SbVec2f> sizes = oravane::textSizes(valueTextBuilder(), strings);
     LegendCells cells = cellsOf(count, sizes);
     cells.rowHeight = rowHeight();
-    FontSizeFunction fontSizeIn;
-    if (count > 0)
-        fontSizeIn = [&](float width, float height) { return LegendGrid(cells, width, height).fontSize(); };
     Plimit room{};
-    if (drawFrame(start.getValue(), end.getValue(), fontSizeIn, room) && count > 0)
+    if (drawFrame(start.getValue(), end.getValue(), fontSizeOf(cells), room) && count > 0)
         drawGrid(cells, strings, room);
     setNewParts({"line", "marker"});
     postRebuild();
@@ -236,7 +224,7 @@ float PoItemLegend::markerSizeOf(int index, float fontSize, const PiText &measur
     const float wanted = sizeOf(markerSize, index);
     const SbString string = markerOf(markerString, index);
     if (string == kDot)
-        return wanted > 0 ? wanted : kDotSize;
+        return wanted > 0 ? wanted : oravane::kDotSize;
     if (wanted > 0)
         return std::min(wanted, largerSide());
     float width = 0, height = 0;
@@ -257,7 +245,10 @@ SoGroup *PoItemLegend::newMarkers(const LegendGrid &grid, const SbVec2f &corner,
         addColor(group, markerColor, i, i == 0);
         const bool isDot = string == kDot;
         if (float &last = isDot ? dotSize : textSize; size != last) {
-            group->addChild(isDot ? newDotStyle(size) : oravane::newFont(attr().valueFontName, size));
+            if (isDot)
+                group->addChild(oravane::newDotStyle(size));
+            else
+                group->addChild(oravane::newFont(attr().valueFontName, size));
             last = size;
         }
         mark.setMarkerType(string);

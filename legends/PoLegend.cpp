@@ -33,6 +33,12 @@ constexpr float kLonelyTitleShare = 0.12f; ///< of the smaller side, for a title
 constexpr float kMaxTitleGap = 0.1f;       ///< of the side that it is taken from
 constexpr float kLayerShare = 0.001f;      ///< of the larger side, between background, boxes and texts
 constexpr float kMinRatio = 0.01f, kMaxRatio = 100;
+constexpr float kLargest = 1e30f; ///< coordinate and margin; sums of larger ones might be infinite
+
+bool areUsable(std::initializer_list<float> lengths) {
+    return std::all_of(lengths.begin(), lengths.end(),
+                       [](float length) { return std::abs(length) <= kLargest; });
+}
 
 oravane::TextSide sideOf(PoLegend::Position position) {
     switch (position) {
@@ -175,11 +181,8 @@ void PoLegend::addElementsAllCaches() {
 
 void PoLegend::setDefaultOnNonWritingFields() {
     PoKestrava::setDefaultOnNonWritingFields();
-    if (getNodeWriteFormat() != WRITE_FIELDS)
-        return;
-    for (const SoSFNode *part : {&titleApp, &valueTextApp})
-        if (SoNode *kit = part->getValue())
-            skipInFile(kit->getField("font")); // generated
+    skipGeneratedInFile(titleApp, "font");
+    skipGeneratedInFile(valueTextApp, "font");
 }
 
 // ---------------------------------------------------------------------------------------------- the rebuild
@@ -232,7 +235,7 @@ bool PoLegend::drawFrame(const SbVec2f &start, const SbVec2f &end, const FontSiz
                          Plimit &room) {
     const SbVec2f corner(std::min(start[0], end[0]), std::min(start[1], end[1]));
     float width = std::abs(end[0] - start[0]), height = std::abs(end[1] - start[1]);
-    if (!(width > 0 && height > 0 && std::isfinite(width) && std::isfinite(height)))
+    if (!(width > 0 && height > 0 && areUsable({start[0], start[1], end[0], end[1]})))
         return false;
     m_layer = kLayerShare * std::max(width, height);
     drawBackgroundA(corner, width, height);
@@ -260,8 +263,7 @@ void PoLegend::computeMarginA(const SbVec2f &start, float width, float height, S
         right = keepX ? right * width : figure;
         bottom = keepY ? bottom * height : figure;
         top = keepY ? top * height : figure;
-    } else if (!(left + right < width && bottom + top < height && std::isfinite(left + right) &&
-                 std::isfinite(bottom + top))) {
+    } else if (!(left + right < width && bottom + top < height && areUsable({left, right, bottom, top}))) {
         left = right = bottom = top = figure;
     }
     newStart = start + SbVec2f(left, bottom);
@@ -379,6 +381,12 @@ LegendCells PoLegend::cellsOf(int count, const std::vector<SbVec2f> &texts) {
     cells.graphic.setValue(width, std::max({boxWidth * m_attr.boxRatio, lineWidth, markerWidth}));
     cells.textSide = sideOf(m_attr.valuePosition);
     return cells;
+}
+
+PoLegend::FontSizeFunction PoLegend::fontSizeOf(const LegendCells &cells) {
+    if (cells.count < 1)
+        return nullptr;
+    return [&](float width, float height) { return LegendGrid(cells, width, height).fontSize(); };
 }
 
 float PoLegend::largerSide() const {

@@ -22,16 +22,17 @@ PoLinearValueLegend::PoLinearValueLegend() {
     setUpConnections(TRUE, TRUE);
 }
 
-void PoLinearValueLegend::rebuild() {
-    preRebuild();
-    setDefaultAttr();
-    computeValuesList();
+void PoLinearValueLegend::drawLegend() {
     m_maxValueSize = maxValueSize.getValue();
-    const int distribution = valueDistribution.getValue();
-    drawOneBoxLegend(distribution == LINEAR_VALUES    ? DISTRIB_LINEAR
-                     : distribution == MIN_MAX_VALUES ? DISTRIB_MIN_MAX
-                                                      : DISTRIB_ALL,
-                     1);
-    setNewPartsOfValues();
-    postRebuild();
+    switch (valueDistribution.getValue()) {
+    case LINEAR_VALUES:
+        drawOneBoxLegend(DISTRIB_LINEAR, 1);
+        break;
+    case MIN_MAX_VALUES:
+        drawOneBoxLegend(DISTRIB_MIN_MAX, 1);
+        break;
+    default:
+        drawOneBoxLegend(DISTRIB_ALL, 1);
+        break;
+    }
 }

@@ -19,16 +19,8 @@ PoNonLinearValueLegend1::PoNonLinearValueLegend1() {
     setUpConnections(TRUE, TRUE);
 }
 
-void PoNonLinearValueLegend1::rebuild() {
-    preRebuild();
-    setDefaultAttr();
-    computeValuesList();
-    if (hasValues())
-        drawValueBoxes(rangeBoxes(), 1);
-    else
-        drawBoxesLegend(0, nullptr);
-    setNewPartsOfValues();
-    postRebuild();
+void PoNonLinearValueLegend1::drawLegend() {
+    drawValueBoxes(hasValues() ? rangeBoxes() : std::vector<BoxRepresentation>(), 1);
 }
 
 std::vector<PoValueLegend::BoxRepresentation> PoNonLinearValueLegend1::rangeBoxes() const {

@@ -15,21 +15,12 @@ PoNonLinearValueLegend2::PoNonLinearValueLegend2() {
     setUpConnections(TRUE, TRUE);
 }
 
-void PoNonLinearValueLegend2::rebuild() {
-    preRebuild();
-    setDefaultAttr();
-    computeValuesList();
-    if (hasValues()) {
-        const auto [first, last, period] = shownValues();
-        std::vector<BoxRepresentation> boxes;
-        for (int i = first; i <= last; i += period) {
-            const float value = m_values[static_cast<std::size_t>(i)];
-            boxes.push_back(newBox(value, value, valueString(value)));
-        }
-        drawValueBoxes(std::move(boxes), 0);
-    } else {
-        drawBoxesLegend(0, nullptr);
+void PoNonLinearValueLegend2::drawLegend() {
+    std::vector<BoxRepresentation> boxes;
+    const auto [first, last, period] = shownValues();
+    for (int i = first; i <= last; i += period) {
+        const float value = m_values[static_cast<std::size_t>(i)];
+        boxes.push_back(newBox(value, value, valueString(value)));
     }
-    setNewPartsOfValues();
-    postRebuild();
+    drawValueBoxes(std::move(boxes), 0);
 }

@@ -17,12 +17,7 @@ PoNonLinearValueLegend3::PoNonLinearValueLegend3() {
     setUpConnections(TRUE, TRUE);
 }
 
-void PoNonLinearValueLegend3::rebuild() {
-    preRebuild();
-    setDefaultAttr();
-    computeValuesList();
+void PoNonLinearValueLegend3::drawLegend() {
     m_maxValueSize = maxValueSize.getValue();
     drawOneBoxLegend(DISTRIB_ALL, 0);
-    setNewPartsOfValues();
-    postRebuild();
 }

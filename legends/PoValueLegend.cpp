@@ -75,10 +75,7 @@ void PoValueLegend::addElementsAllCaches() {
 
 void PoValueLegend::setDefaultOnNonWritingFields() {
     PoLegend::setDefaultOnNonWritingFields();
-    if (getNodeWriteFormat() != WRITE_FIELDS)
-        return;
-    if (SoNode *kit = multFactorApp.getValue())
-        skipInFile(kit->getField("font")); // generated
+    skipGeneratedInFile(multFactorApp, "font");
 }
 
 // ----------------------------------------------------------------------------------------------- the values

@@ -5,9 +5,14 @@
 
 #include <Inventor/SbString.h>
 #include <Inventor/SbVec2f.h>
+#include <Inventor/SbVec3f.h>
 
+#include <map>
 #include <span>
+#include <string>
+#include <utility>
 
+class PiText;
 class SoGroup;
 class SoNode;
 
@@ -25,7 +30,8 @@ class SoNode;
 /// The marker "." is a dot of the scene's point size (`SoDrawStyle`): it is so many pixels wide, or
 /// nominal widths on a page, whatever transforms stand before it. All dots of one call are one point set.
 /// Any other marker is a text whose letters, by their outline, are centred at the place, of a size in the
-/// units of x; all marks of one call share one text node. The empty string marks nothing.
+/// units of x; all marks of one call share one text node. The empty string marks nothing. Each string is
+/// measured once in each size.
 class ORAVANE_API PiMarker {
 public:
     /// The string to mark with, "." at first; null counts as empty.
@@ -34,7 +40,7 @@ public:
 
     /// Font of texts, "defaultFont" of size 1 at first. Null and sizes that are not finite are ignored.
     void setFontName(const char *name);
-    void setFontName(const SbString &name) { m_fontName = name; }
+    void setFontName(const SbString &name) { setFontName(name.getString()); }
     void setFontSize(float size);
 
     /// How high one unit of a text is in units of y, 1 at first: what a scene that scales x and y differently
@@ -51,12 +57,14 @@ public:
 
 private:
     SoNode *newText() const;
+    const SbVec3f &middleOf(PiText &text) const;
 
     SbString m_string = ".";
     SbString m_fontName = "defaultFont";
     float m_fontSize = 1;
     float m_heightFactor = 1;
     SbVec2f m_origin{0, 0};
+    mutable std::map<std::pair<std::string, float>, SbVec3f> m_middles; ///< by string and size
 };
 
 #endif

@@ -8,8 +8,7 @@
 namespace oravane {
 class LegendBar;
 class MultiplicationFactor;
-struct BarContent;
-struct BarLabel;
+struct BoxOutline;
 } // namespace oravane
 
 /// Draws the boxes of a value legend between two corners: as a grid of separate boxes, each with its text, or
@@ -30,10 +29,14 @@ public:
     SoSFVec2f end;   ///< the opposite corner, default (1, 1)
 
     static void initClass();
+    void rebuild() override;
 
 protected:
     PoAutoValueLegend();
     ~PoAutoValueLegend() override = default;
+
+    /// Draws the values that a rebuild has found; here background and title only.
+    virtual void drawLegend();
 
     /// Which labels a long box has, and where.
     enum ValDistrib : int {
@@ -45,7 +48,8 @@ protected:
 
     /// A box of two values, whose text has the additional string behind it.
     BoxRepresentation newBox(float from, float to, const SbString &text) const;
-    /// A grid of these boxes, with their colours by `computeBoxColors`, and those of thresholds.
+    /// A grid of these boxes, with their colours by `computeBoxColors`, and those of thresholds. Without
+    /// boxes background and title only.
     void drawValueBoxes(std::vector<BoxRepresentation> boxes, int range);
     /// A grid of the boxes of the box list with these texts; with a `count` of 0 background and title only.
     void drawBoxesLegend(int count, const SbString *strings);
@@ -56,7 +60,6 @@ protected:
                              int index) override;
     /// New parts of the multiplication factor, at a distance from `limit`, which widens by it.
     void drawMultFactor(MultFactorPosition position, Plimit &limit);
-    void setNewPartsOfValues() { setNewParts({"multFactor"}); }
 
     float m_maxValueSize = 0.6f; ///< share of the width across a long box that labels may take
 
@@ -73,8 +76,7 @@ private:
     void drawUndefBoxesOneBoxLegend(const OneBox &bar, const oravane::LegendBar &layout, SoGroup *face,
                                     SoGroup *border);
     void drawValuesOneBoxLegend(const OneBox &bar, const oravane::LegendBar &layout, SoGroup *border);
-    void addBoxFace(SoGroup *face, const SbVec2f &corner, float width, float height,
-                    const BoxRepresentation &shown) const;
+    void addBoxFace(SoGroup *face, const oravane::BoxOutline &outline, const BoxRepresentation &shown) const;
     bool isVertical() const;
     float factorWidth() const;
     oravane::MultiplicationFactor factor(SoGroup *group) const;

@@ -124,6 +124,7 @@ public:
 protected:
     ~PoCurve() override;
     void setDefaultOnNonWritingFields() override;
+    void copyContents(const SoFieldContainer *from, SbBool copyConnections) override;
 
 private:
     struct Parts;

@@ -49,6 +49,7 @@ public:
 protected:
     ~PoCurve3() override;
     void setDefaultOnNonWritingFields() override;
+    void copyContents(const SoFieldContainer *from, SbBool copyConnections) override;
 
 private:
     std::unique_ptr<oravane::MarkerParts> m_markers;

@@ -30,13 +30,13 @@ struct LegendCells;
 /// The rectangle lies in the plane z = 0, in plain coordinates: the transform of a domain does not apply to
 /// legends, so that letters keep their shape in every domain. A program that has its map in a domain that
 /// scales gives the legend a place in the space that the domain maps to (or an own camera and separator). A
-/// rectangle without a width or a height, or with corners that are not finite, shows nothing. What lies upon
-/// the background is a thousandth of the rectangle's size nearer than it, to be safe from depth buffers, by a
-/// translation in each part.
+/// rectangle without a width or a height, or with corners that are not finite or beyond 1e30, shows nothing.
+/// What lies upon the background is a thousandth of the rectangle's size nearer than it, to be safe from
+/// depth buffers, by a translation in each part.
 ///
 /// Relative margins are fractions of width and height. When one of the four is below 0 all become 0.05 of the
 /// smaller side; when two opposite ones leave nothing, these two do. Fixed margins are lengths; when two
-/// opposite ones leave nothing, or are not finite, all four become that figure.
+/// opposite ones leave nothing, or one is not finite or beyond 1e30, all four become that figure.
 ///
 /// The background is black, as screens are, and pages show it white as long as they exchange black and white
 /// (`SoVectorizeAction::setColorTranslationMethod`). For a white one on screens,
@@ -130,7 +130,9 @@ protected:
     /// of the title; null for no grid.
     bool drawFrame(const SbVec2f &start, const SbVec2f &end, const FontSizeFunction &fontSizeIn,
                    Plimit &room);
-    /// Hands a new node over to the kit, under the name of its part.
+    /// Of a grid of these cells; null where there are none. The cells have to outlive it.
+    static FontSizeFunction fontSizeOf(const oravane::LegendCells &cells);
+    /// Hands a new node over to the kit, under the name of its part. A group is complete by then.
     void newPart(const char *name, SoNode *node);
     /// Sets all parts of the legend: those that `newPart` was called for, and null for the others, those of a
     /// child named here included. The last step, as sensors of the program may change objects.

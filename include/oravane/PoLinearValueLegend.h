@@ -32,10 +32,10 @@ public:
 
     PoLinearValueLegend();
     static void initClass();
-    void rebuild() override;
 
 private:
     ~PoLinearValueLegend() override = default;
+    void drawLegend() override;
 };
 
 #endif

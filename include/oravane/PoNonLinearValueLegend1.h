@@ -27,10 +27,10 @@ public:
 
     PoNonLinearValueLegend1();
     static void initClass();
-    void rebuild() override;
 
 private:
     ~PoNonLinearValueLegend1() override = default;
+    void drawLegend() override;
     std::vector<BoxRepresentation> rangeBoxes() const;
 };
 

@@ -18,10 +18,10 @@ class ORAVANE_API PoNonLinearValueLegend2 : public PoAutoValueLegend {
 public:
     PoNonLinearValueLegend2();
     static void initClass();
-    void rebuild() override;
 
 private:
     ~PoNonLinearValueLegend2() override = default;
+    void drawLegend() override;
 };
 
 #endif

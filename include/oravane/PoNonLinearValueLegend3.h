@@ -23,10 +23,10 @@ public:
 
     PoNonLinearValueLegend3();
     static void initClass();
-    void rebuild() override;
 
 private:
     ~PoNonLinearValueLegend3() override = default;
+    void drawLegend() override;
 };
 
 #endif

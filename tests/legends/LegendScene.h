@@ -86,7 +86,9 @@ struct LegendScene : KitScene<Legend> {
         std::vector<Text> result;
         const SoGroup *group = this->part(name);
         for (int k = 0; group && k < group->getNumChildren(); ++k) {
-            auto *label = static_cast<SoGroup *>(group->getChild(k));
+            auto *label = dynamic_cast<SoGroup *>(group->getChild(k));
+            if (!label)
+                continue; // what brings the texts nearer
             const Ref<SoSeparator> measured(new SoSeparator);
             measured->addChild(this->template part<SoFont>((std::string(name) + "App.font").c_str()));
             measured->addChild(label);
