@@ -285,7 +285,7 @@ TextLines PiText::linesOf(const char *text) const {
 }
 
 SbBox3f PiText::boxOf(const TextLines &lines, float fontSize, HorAlignment alignment) const {
-    return oravane::textBox(SbName(m_fontName), fontSize, 1, justificationOf(alignment), lines);
+    return oravane::textBox(m_fontName, fontSize, 1, justificationOf(alignment), lines);
 }
 
 SbVec2f PiText::sizeOf(const char *text, float fontSize) const {

@@ -5,6 +5,7 @@
 
 #include <Inventor/SbBox2f.h>
 #include <Inventor/SbBox3f.h>
+#include <Inventor/SbName.h>
 #include <Inventor/SbString.h>
 #include <Inventor/SbVec2f.h>
 #include <Inventor/SbVec3f.h>
@@ -149,7 +150,7 @@ private:
     SbString m_string;
     HorAlignment m_horAlignment = HOR_LEFT;
     VertAlignment m_vertAlignment = VERT_BASE;
-    SbString m_fontName = "default";
+    SbName m_fontName{"default"};
     float m_fontSize = 1;
     SoGroup *m_group = nullptr;
     int m_multiLinesEnable = 1;
