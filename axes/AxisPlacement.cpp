@@ -2,6 +2,8 @@
 
 #include <oravane/PbDomain.h>
 
+#include <cmath>
+
 namespace oravane {
 
 namespace {
@@ -34,7 +36,9 @@ AxisPlacement axisPlacement(int type, const SbVec3f &origin, const PbDomain &dom
     along[place.along] = 1;
     across[place.across] = place.acrossSign;
     const SbVec3f normal = along.cross(across);
-    const float stretch = result.scalePerpendicular / result.scaleAlong;
+    float stretch = result.scalePerpendicular / result.scaleAlong;
+    if (!std::isnormal(stretch)) // sizes that far apart have no proportion to keep
+        stretch = 1;
     for (int k = 0; k < 3; ++k) {
         result.matrix[0][k] = along[k];
         result.matrix[1][k] = across[k] * (k == place.across ? stretch : 1);

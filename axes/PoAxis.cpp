@@ -330,8 +330,8 @@ void PoAxis::computeGradLimit(float start, float end, float &limitStart, float &
     const float direction = start < end ? 1.0f : -1.0f;
     limitStart = start + direction * unit * m_attr.marginStart;
     limitEnd = end - direction * unit * m_attr.marginEnd;
-    if (!(direction * (limitEnd - limitStart) > 0))
-        limitStart = limitEnd;
+    if (!(direction * (limitEnd - limitStart) > 0) || !std::isfinite(limitEnd - limitStart))
+        limitStart = limitEnd = std::isfinite(limitEnd) ? limitEnd : end;
 }
 
 std::vector<std::string> PoAxis::computeGradList(float start, float end, float step,
@@ -395,14 +395,14 @@ void PoAxis::drawGraduations(int numGrads, std::span<const std::string> mainLabe
 SoNode *PoAxis::newGradFont() const {
     if (m_attr.grad.visibility != VISIBILITY_ON)
         return nullptr;
-    return oravane::newFont(m_attr.grad.fontName, m_attr.grad.fontSize * m_attr.scaleAlong);
+    return oravane::newFont(m_attr.grad.fontName, lengthOf(m_attr.grad.fontSize));
 }
 
 void PoAxis::drawTitle(float start, float end, Parts &parts) {
     parts.title = new SoGroup;
     buildTitle(start, end, parts.title);
     if (m_attr.title.visibility == VISIBILITY_ON)
-        parts.titleFont = oravane::newFont(m_attr.title.fontName, m_attr.title.fontSize * m_attr.scaleAlong);
+        parts.titleFont = oravane::newFont(m_attr.title.fontName, lengthOf(m_attr.title.fontSize));
 }
 
 // By now all is made: what setting a part calls in the program may change the axis and its objects.

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <string>
 #include <utility>
 
@@ -15,7 +16,14 @@ using oravane::kCapitalHeight;
 using oravane::LetterEdge;
 using oravane::TextSide;
 
+float PoAxis::lengthOf(float fraction) const {
+    const float length = fraction * m_attr.scaleAlong;
+    return std::isfinite(length) ? length : 0;
+}
+
 void PoAxis::widenLimit(float x, float y) {
+    if (!std::isfinite(x + y))
+        return;
     Plimit &limit = m_attr.limit;
     limit = {std::min(limit.xmin, x), std::max(limit.xmax, x), std::min(limit.ymin, y),
              std::max(limit.ymax, y)};
@@ -28,9 +36,10 @@ void PoAxis::buildArrow(float start, float end, SoGroup *group) {
         m_attr.arrowHeight = 0.03f;
     if (!(m_attr.arrowLength > 0))
         m_attr.arrowLength = 0.05f;
-    const float half = m_attr.arrowHeight * m_attr.scaleAlong / 2;
-    const float length = m_attr.arrowLength * m_attr.scaleAlong;
+    const float half = lengthOf(m_attr.arrowHeight) / 2, length = lengthOf(m_attr.arrowLength);
     const float tip = end > start ? end + length : end - length;
+    if (!std::isfinite(tip))
+        return;
     const SbVec3f corners[] = {{end, half, 0}, {end, -half, 0}, {tip, 0, 0}};
     oravane::addUniformShape<SoFaceSet>(group, corners, 3);
     widenLimit(tip, half);
@@ -52,13 +61,13 @@ void addSegments(std::span<const float> coords, float y1, float y2, std::vector<
 void PoAxis::buildTick(int n, const float *coords, float length, SoGroup *group) {
     if (m_attr.tickVisibility != VISIBILITY_ON || n < 1)
         return;
-    float from = 0, to = length * m_attr.scaleAlong;
+    float from = 0, to = lengthOf(length);
     if (m_attr.grad.position != GRAD_ABOVE)
         to = -to;
     if (m_attr.tickPosition == TICK_GRAD_OTHER_SIDE)
         to = -to;
     if (m_attr.tickPosition == TICK_ACROSS_AXIS) {
-        to = length * m_attr.scaleAlong / 2;
+        to = lengthOf(length) / 2;
         from = -to;
     }
     std::vector<SbVec3f> points;
@@ -74,12 +83,11 @@ void PoAxis::buildGridLines(int n, const float *coords, SoGroup *group) {
     // The transform of the axis stretches its local y by the inverse of this factor.
     const float factor =
         (m_attr.grad.position == GRAD_ABOVE ? 1.0f : -1.0f) * m_attr.scaleAlong / m_attr.scalePerpendicular;
-    const std::span<const float> all(coords, static_cast<std::size_t>(n));
     std::vector<SbVec3f> points;
-    if (m_attr.gridLengthGradOtherSide != 0)
-        addSegments(all, 0, -std::abs(m_attr.gridLengthGradOtherSide) * factor, points);
-    if (m_attr.gridLengthGradSide != 0)
-        addSegments(all, 0, std::abs(m_attr.gridLengthGradSide) * factor, points);
+    for (const float length : {-std::abs(m_attr.gridLengthGradOtherSide) * factor,
+                               std::abs(m_attr.gridLengthGradSide) * factor})
+        if (length != 0 && std::isfinite(length))
+            addSegments({coords, static_cast<std::size_t>(n)}, 0, length, points);
     if (!points.empty())
         oravane::addUniformShape<SoLineSet>(group, points, 2);
 }
@@ -145,7 +153,7 @@ void PoAxis::buildGradRow(TextPath path, bool isFirstRow, int n, const float *co
 float PoAxis::gradFontSizeInForce(const PiText &text, int n, const float *coords,
                                   const char *const *strings) const {
     if (m_attr.grad.fontSize > 0)
-        return m_attr.grad.fontSize * m_attr.scaleAlong;
+        return lengthOf(m_attr.grad.fontSize);
     const float size = 0.04f * m_attr.scaleAlong;
     const float room = 0.8f * (n > 1 ? std::abs(coords[1] - coords[0]) : m_length);
     if (m_attr.grad.path == PATH_RIGHT || m_attr.grad.path == PATH_LEFT) {
@@ -167,7 +175,7 @@ float PoAxis::gradFontSizeInForce(const PiText &text, int n, const float *coords
 float PoAxis::gradBaseline(float size, bool isFirstRow) {
     const bool isAbove = m_attr.grad.position == GRAD_ABOVE;
     if (isFirstRow && m_attr.grad.distAxis != 0)
-        return (isAbove ? 1.0f : -1.0f) * m_attr.grad.distAxis * m_attr.scaleAlong;
+        return (isAbove ? 1.0f : -1.0f) * lengthOf(m_attr.grad.distAxis);
     const float y =
         isAbove ? m_attr.limit.ymax + kCapitalHeight * size : m_attr.limit.ymin - kCapitalHeight * size;
     if (isFirstRow)
@@ -181,12 +189,12 @@ void PoAxis::buildTitle(float start, float end, SoGroup *group) {
         return;
     if (!(attr.fontSize > 0))
         attr.fontSize = 0.055f;
-    const float size = attr.fontSize * m_attr.scaleAlong, distance = attr.distAxis * m_attr.scaleAlong;
+    const float size = lengthOf(attr.fontSize), distance = lengthOf(attr.distAxis);
     const bool isBelow = m_attr.grad.position == GRAD_BELOW, isRising = start < end;
     PiText text;
     prepareText(text, attr.fontName, group);
     text.setFontSize(size);
-    float x = (start + end) / 2, y = 0;
+    float x = std::midpoint(start, end), y = 0;
     if (attr.position == TITLE_MIDDLE) {
         setPathAndSide(text, effectivePath(attr.path), isBelow ? TextSide::Below : TextSide::Above);
         if (attr.distAxis != 0)
@@ -206,8 +214,7 @@ void PoAxis::buildTitle(float start, float end, SoGroup *group) {
     buildLabel(text, x, y, titleString.getValue().getString());
 }
 
-// ------------------------------------------------------------------------------------ the multiplication
-// factor
+// ---------------------------------------------------------------------------------- the multiplication factor
 
 namespace {
 
@@ -231,8 +238,8 @@ struct FactorTexts {
 } // namespace
 
 void PoAxis::buildMultFactorAtExtr(int tenPower, float from, float to, float &distAxis, SoGroup *group) {
-    const float size = m_attr.grad.fontSize * m_attr.scaleAlong;
-    float right = to + distAxis * m_attr.scaleAlong, left = to - distAxis * m_attr.scaleAlong;
+    const float size = lengthOf(m_attr.grad.fontSize);
+    float right = to + lengthOf(distAxis), left = to - lengthOf(distAxis);
     if (distAxis == 0) {
         right = m_attr.limit.xmax + kCapitalHeight * size;
         left = m_attr.limit.xmin - kCapitalHeight * size;

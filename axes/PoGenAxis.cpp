@@ -23,9 +23,9 @@ void PoGenAxis::rebuild() {
     float from = 0, to = 0;
     if (startRebuild(parts, from, to)) {
         drawBody(from, to, parts);
-        const int numGrads = gradList.getNum();
         float limitStart = 0, limitEnd = 0;
         computeGradLimit(from, to, limitStart, limitEnd);
+        const int numGrads = limitStart == limitEnd ? 0 : gradList.getNum();
         const float distance = (limitEnd - limitStart) / static_cast<float>(numGrads > 1 ? numGrads - 1 : 1);
         std::vector<float> coords;
         std::vector<std::string> labels;

@@ -80,8 +80,7 @@ void PoLinearAxis::setDefaultOnNonWritingFields() {
     skipGeneratedInFile(multFactorApp, "font");
 }
 
-// -------------------------------------------------------------------------------------------- the
-// graduations
+// ------------------------------------------------------------------------------------------- the graduations
 
 void PoLinearAxis::getLinGradStep(float range, float &step) {
     step = oravane::linearStep(range, step);
@@ -129,7 +128,6 @@ void PoLinearAxis::rebuild() {
     preRebuild();
     Parts parts;
     SoGroup *factor = nullptr;
-    SoNode *factorFont = nullptr;
     float from = 0, to = 0;
     m_linAttr = {static_cast<MultFactorPosition>(multFactorPosition.getValue()),
                  std::isfinite(multFactorDistAxis.getValue()) ? multFactorDistAxis.getValue() : 0, 0,
@@ -151,14 +149,18 @@ void PoLinearAxis::rebuild() {
         drawBody(from, to, parts);
         drawGraduations(numGrads, mainLabels, parts);
         factor = newMultFactor(tenPower, from, to);
-        factorFont = newGradFont();
         drawTitle(from, to, parts);
     }
+    // The font of both; a program may take it out of the first as it gets there.
+    if (parts.gradFont)
+        parts.gradFont->ref();
     setParts(parts);
     if (factor)
         setPart("multFactor", factor);
-    if (factorFont)
-        setPart("multFactorApp.font", factorFont);
+    if (parts.gradFont) {
+        setPart("multFactorApp.font", parts.gradFont);
+        parts.gradFont->unref();
+    }
     postRebuild();
 }
 

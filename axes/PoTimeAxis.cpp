@@ -126,7 +126,7 @@ std::vector<DateGraduations> PoTimeAxis::levelsBetween(const PiDate &from, const
     const PbDateFormatMapping &mapping = *getDateFormatMapping();
     float limitStart = 0, limitEnd = 0;
     computeGradLimit(a, b, limitStart, limitEnd);
-    if (limitStart == limitEnd || !std::isfinite(limitEnd - limitStart))
+    if (limitStart == limitEnd)
         return {};
     const auto dateAt = [&](float coordinate) {
         const double part = (static_cast<double>(coordinate) - a) / (static_cast<double>(b) - a);

@@ -157,7 +157,7 @@ void PiText::setFont(const char *name, float size) {
 
 void PiText::setFontName(const char *name) {
     if (name)
-        m_fontName = name;
+        m_fontName = oravane::nameOf(name);
 }
 
 void PiText::setFontSize(float size) {
@@ -178,7 +178,7 @@ void PiText::setName(const SbString &name) {
 void PiText::setTextAttributes(const PbMiscTextAttr *attributes) {
     if (!attributes)
         return;
-    m_fontName = attributes->getFontName();
+    m_fontName = oravane::nameOf(attributes->getFontName());
     attributes->getLineLength(m_endLineChar, m_lineLength);
 }
 
@@ -285,7 +285,7 @@ TextLines PiText::linesOf(const char *text) const {
 }
 
 SbBox3f PiText::boxOf(const TextLines &lines, float fontSize, HorAlignment alignment) const {
-    return oravane::textBox(oravane::nameOf(m_fontName), fontSize, 1, justificationOf(alignment), lines);
+    return oravane::textBox(m_fontName, fontSize, 1, justificationOf(alignment), lines);
 }
 
 SbVec2f PiText::sizeOf(const char *text, float fontSize) const {

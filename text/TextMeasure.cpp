@@ -40,7 +40,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kGeneration = 8192;
+    static constexpr std::size_t kGeneration = 32768;
     std::unordered_map<std::string, LineBox> m_young, m_old;
 };
 

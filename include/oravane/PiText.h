@@ -5,6 +5,7 @@
 
 #include <Inventor/SbBox2f.h>
 #include <Inventor/SbBox3f.h>
+#include <Inventor/SbName.h>
 #include <Inventor/SbString.h>
 #include <Inventor/SbVec2f.h>
 #include <Inventor/SbVec3f.h>
@@ -81,7 +82,7 @@ public:
     void setFont(const char *name, float size);
     void setFont(const SbString &name, float size) { setFont(name.getString(), size); }
     void setFontName(const char *name);
-    void setFontName(const SbString &name) { m_fontName = name; }
+    void setFontName(const SbString &name) { setFontName(name.getString()); }
     void setFontSize(float size);
 
     /// Where labels go; null for measuring only. The group has to outlive the calls of `build`.
@@ -149,7 +150,7 @@ private:
     SbString m_string;
     HorAlignment m_horAlignment = HOR_LEFT;
     VertAlignment m_vertAlignment = VERT_BASE;
-    SbString m_fontName = "default";
+    SbName m_fontName{"default"};
     float m_fontSize = 1;
     SoGroup *m_group = nullptr;
     int m_multiLinesEnable = 1;

@@ -256,6 +256,8 @@ protected:
     TextPath effectivePath(TextPath path) const;
     /// Sets all of a text but its place and size.
     void prepareText(PiText &text, const SbString &fontName, SoGroup *group) const;
+    /// A fraction of the scale in units of the axis; 0 for one beyond all numbers.
+    float lengthOf(float fraction) const;
     void widenLimit(float x, float y);
     void buildLabel(PiText &text, float x, float y, const char *string);
 

@@ -23,17 +23,28 @@ struct Row {
 
 TEST(LinearGraduations, AreRound) {
     const Row rows[] = {
-        {0, 10, 0, false, 1, 0, 11},           {0, 100, 0, false, 20, 0, 6},
-        {0, 45, 0, false, 5, 0, 10},           {0, 47, 0, false, 5, 0, 10},
-        {0, 50, 0, false, 10, 0, 6},           {10, 0, 0, false, -1, 10, 11},
-        {0, 38, 0, false, 4, 0, 10},           {0, 28, 0, false, 3, 0, 10},
-        {0, 1, 0, false, 0.2f, 0, 6},          {0, 0.1f, 0, false, 0.02f, 0, 6},
-        {0, 0.01f, 0, false, 0.002f, 0, 5}, // sums of single precision pass the end    {0, 15000, 0, false,
-                                            // 2000, 0, 8},
-        {-12, 31, 0, false, 5, -10, 9},        {31, -12, 0, false, -5, 30, 9},
-        {0.3f, 2, 0.5f, false, 0.5f, 0.5f, 4}, {0.3f, 2, 0.5f, true, 0.5f, 0.3f, 4},
-        {2, 0.3f, 0.5f, true, -0.5f, 2, 4},    {2, 0.3f, 0.5f, false, -0.5f, 2, 4},
-        {0, 10, -4, false, 4, 0, 3},           {0, 10, NOT_A_NUMBER, false, 1, 0, 11},
+        {0, 10, 0, false, 1, 0, 11},
+        {0, 100, 0, false, 20, 0, 6},
+        {0, 45, 0, false, 5, 0, 10},
+        {0, 50, 0, false, 10, 0, 6},
+        {10, 0, 0, false, -1, 10, 11},
+        {0, 38, 0, false, 4, 0, 10},
+        {0, 28, 0, false, 3, 0, 10},
+        {0, 1, 0, false, 0.2f, 0, 6},
+        {0, 0.1f, 0, false, 0.02f, 0, 6},
+        {0, 15000, 0, false, 2000, 0, 8},
+        {0, 20, 0, false, 3, 0, 7},
+        {0, 40, 0, false, 5, 0, 9},
+        {0, 30, 0, false, 4, 0, 8},
+        {0, 0.01f, 0, false, 0.002f, 0, 5}, // sums of single precision pass the end
+        {-12, 31, 0, false, 5, -10, 9},
+        {31, -12, 0, false, -5, 30, 9},
+        {0.3f, 2, 0.5f, false, 0.5f, 0.5f, 4},
+        {0.3f, 2, 0.5f, true, 0.5f, 0.3f, 4},
+        {2, 0.3f, 0.5f, true, -0.5f, 2, 4},
+        {2, 0.3f, 0.5f, false, -0.5f, 2, 4},
+        {0, 10, -4, false, 4, 0, 3},
+        {0, 10, NOT_A_NUMBER, false, 1, 0, 11},
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(testing::Message() << row.start << " to " << row.end << " by " << row.wanted);
@@ -62,7 +73,7 @@ TEST(LinearGraduations, NoneWhereThereCannotBeAny) {
     const Row rows[] = {
         {3, 3, 1, false, 1, 3, 0},
         {0, 1, 1e-9f, false, 1e-9f, 0, 0},
-        {1e8f, 1e8f + 80, 1, false, 1, 1e8f, 0}, // lost in the rounding of the coordinates
+        {1e9f, 1e9f + 6400, 7, false, 7, 1e9f, 0}, // lost in the rounding of the coordinates
         {0, INFINITE, 1, false, 1, 0, 0},
         {-biggest, biggest, 1, false, 1, -biggest, 0},
     };
@@ -75,7 +86,7 @@ TEST(LinearGraduations, NoneWhereThereCannotBeAny) {
     }
     EXPECT_EQ(oravane::linearStep(0, 0), 0);
     EXPECT_EQ(oravane::linearStep(NOT_A_NUMBER, 3), 3);
-    EXPECT_EQ(oravane::linearGraduations(false, 0, 10, -1).count, 0) << "the step leads away";
+    EXPECT_EQ(oravane::linearGraduations(false, 0.5f, 10, -1).count, 0) << "the step leads away";
     EXPECT_EQ(oravane::linearGraduations(false, NOT_A_NUMBER, 10, 1).count, 0);
     EXPECT_GT(oravane::linearGraduations(false, 0, 1, 2e-5f).count, 49900) << "many are allowed";
 }
@@ -92,7 +103,7 @@ struct SplitRow {
 TEST(GraduationSplit, DividesByPeriodOrNumber) {
     const SplitRow rows[] = {
         {"all main", {true, 1, 1, 1}, 0, 3, 1, {0, 1, 2, 3}, {0, 1, 2, 3}, {}},
-        {"every second", {true, 2, 1, 1}, 0, 4, 1, {0, 1, 2, 3, 4}, {0, 2, 4}, {1, 3}},
+        {"every second", {true, 2, 0, 0}, 0, 4, 1, {0, 1, 2, 3, 4}, {0, 2, 4}, {1, 3}},
         {"inside a range", {true, 2, 2, 2}, 0, 5, 1, {0, 1, 2, 3, 4, 5}, {1, 3}, {0, 2, 4, 5}},
         {"a period of 0", {true, 0, 0, 0}, 0, 2, 1, {0, 1, 2}, {0, 1, 2}, {}},
         {"beyond the last", {true, 1, 9, 1}, 0, 2, 1, {0, 1, 2}, {}, {0, 1, 2}},
@@ -107,7 +118,8 @@ TEST(GraduationSplit, DividesByPeriodOrNumber) {
          {-0.5f, 0.5f, 1.5f, 2.5f}},
         {"falling", {false, 1, 1, 1}, 2.6f, 0, -1, {2, 1, 0}, {0, 1, 2}, {2.5f, 1.5f, 0.5f}},
         {"no parts", {false, 0, 1, 1}, 0, 2, 1, {0, 1, 2}, {0, 1, 2}, {}},
-        {"one main, by the step", {false, 1, 1, 1}, 4, 6, 5, {5}, {0}, {}},
+        {"one main, by the step", {false, 3, 2, 1}, 4, 11, 5, {5, 10}, {1}, {5.625f, 7.5f}},
+        {"the same, falling", {false, 3, 1, 2}, 11, 4, -5, {10, 5}, {0}, {7.5f, 5.625f}},
         {"one main, from a multiple", {false, 4, 1, 1}, 5, 8, 5, {5}, {0}, {6, 7, 8}},
         {"one main, no step", {false, 4, 1, 1}, 5, 8, 0, {5}, {0}, {}},
         {"no main", {false, 4, 2, 1}, 5, 8, 5, {5}, {}, {}},

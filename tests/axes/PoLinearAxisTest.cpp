@@ -32,6 +32,7 @@ TEST(PoLinearAxis, ShowsRoundNumbersAndOneFactor) {
     EXPECT_EQ(stringsOf(scene, "multFactor"), (Strings{"x 10", "3"}));
     EXPECT_EQ(scene.kit->getStep(), 2000);
     EXPECT_EQ(stringsOf(scene, "title"), Strings{});
+    EXPECT_EQ(scene.part<SoNode>("multFactorApp.font"), scene.part<SoNode>("mainGradTextApp.font"));
     scene.kit->multFactorPosition = PoLinearAxis::MULT_FACTOR_EXTR;
     scene.traverse();
     EXPECT_EQ(stringsOf(scene, "multFactor"), (Strings{"x 10", "3", "3", "x 10"})) << "away from the axis";
@@ -185,45 +186,53 @@ TEST(PoLinearAxis, KeepsTextsApartInEveryShape) {
     EXPECT_GT(shapes, 4000);
 }
 
+/// The attributes that depend on the orientation, and the sizes of the texts and ticks.
+struct Told {
+    explicit Told(const PoAxis &axis) {
+        PoAxis::Visibility seen[5];
+        PoAxis::GradPosition position;
+        PoAxis::TextPath path, titlePath;
+        PoAxis::TitlePosition titlePosition;
+        PoAxis::TickPosition tickPosition;
+        PoAxis::TickSubDef subDef;
+        SbString titleFont, string;
+        float ignored;
+        unsigned short counts[3];
+        int suffix;
+        axis.getGrad(seen[0], position, path, font, size, distance, suffix, string);
+        axis.getTitle(seen[1], titlePosition, titlePath, titleFont, ignored, ignored, string);
+        axis.getArrow(seen[2], ignored, ignored);
+        axis.getGrid(seen[3], ignored, ignored);
+        axis.getTick(seen[4], tickPosition, tick, subTick, subDef, counts[0], counts[1], counts[2]);
+        for (const int value :
+             {int(seen[0]), int(position), int(path), int(seen[1]), int(titlePosition), int(titlePath),
+              int(seen[2]), int(seen[3]), int(seen[4]), int(axis.getReverseFlag()), suffix})
+            choices += std::to_string(value);
+    }
+    std::string choices;
+    SbString font;
+    float size = 0, distance = 0, tick = 0, subTick = 0;
+};
+
 TEST(PoLinearAxis, TellsWhatItSettled) {
     KitScene<PoLinearAxis> scene;
-    PoAxis::Visibility visibility;
-    PoAxis::GradPosition position;
-    PoAxis::TextPath path;
-    SbString font, suffix;
-    float size = 0, distance = 0;
-    int suffixVisibility = 0;
-    const auto ask = [&] {
-        scene.kit->getGrad(visibility, position, path, font, size, distance, suffixVisibility, suffix);
-    };
-    ask();
-    EXPECT_EQ(visibility, PoAxis::VISIBILITY_DEPEND);
-    EXPECT_EQ(position, PoAxis::GRAD_DEPEND);
-    EXPECT_EQ(suffixVisibility, 2);
+    EXPECT_EQ(Told(*scene.kit).choices, "22422422222");
     PbMiscTextAttr attributes;
     attributes.setFontName("Courier");
     scene.kit->setMiscTextAttr(&attributes);
     scene.traverse();
-    ask();
-    EXPECT_EQ(visibility, PoAxis::VISIBILITY_ON);
-    EXPECT_EQ(position, PoAxis::GRAD_BELOW);
-    EXPECT_EQ(path, PoAxis::PATH_RIGHT);
-    EXPECT_EQ(font, "Courier");
-    EXPECT_FLOAT_EQ(size, 0.04f);
-    EXPECT_FLOAT_EQ(distance, -0.025f - 0.65f * 0.04f) << "below the ticks";
-    PoAxis::TickPosition tickPosition;
-    PoAxis::TickSubDef subDef;
-    unsigned short period = 0, first = 0, last = 0;
-    float mainLength = 0, subLength = 0;
+    const Told along(*scene.kit);
+    EXPECT_EQ(along.choices, "11000010102");
+    EXPECT_EQ(along.font, "Courier");
+    EXPECT_FLOAT_EQ(along.size, 0.04f);
+    EXPECT_FLOAT_EQ(along.distance, -0.025f - 0.65f * 0.04f) << "below the ticks";
     scene.kit->step = 0.05f; // 21 graduations
     scene.kit->type = PoCartesianAxis::YX;
     scene.traverse();
-    scene.kit->getTick(visibility, tickPosition, mainLength, subLength, subDef, period, first, last);
-    EXPECT_FLOAT_EQ(mainLength, 0.016f);
-    EXPECT_FLOAT_EQ(subLength, 0.008f);
-    ask();
-    EXPECT_EQ(position, PoAxis::GRAD_ABOVE);
-    EXPECT_EQ(path, PoAxis::PATH_DOWN);
+    const Told up(*scene.kit);
+    EXPECT_EQ(up.choices, "10301310102");
+    EXPECT_FLOAT_EQ(up.tick, 0.016f);
+    EXPECT_FLOAT_EQ(up.subTick, 0.008f);
 }
 
 TEST(PoLinearAxis, LongLabelsShrinkUntilTheyFit) {
@@ -236,7 +245,11 @@ TEST(PoLinearAxis, LongLabelsShrinkUntilTheyFit) {
     EXPECT_NEAR(texts[1].box.getSize()[0], 0.8f * 0.5f, 1e-3f);
     EXPECT_NEAR(texts[2].centre()[0], 1, 1e-3f);
     expectClear(texts);
-    // One label has the whole axis; margins that cross leave all at one place.
+    scene.kit->marginStart = scene.kit->marginEnd = 0.6f;
+    scene.traverse();
+    EXPECT_EQ(textsOf(scene, "mainGradText").size(), 0U) << "margins that cross";
+    scene.kit->marginStart = scene.kit->marginEnd = 0;
+    // One label has the whole axis.
     scene.kit->gradList = std::string(200, 'w').c_str();
     scene.traverse();
     EXPECT_NEAR(textsOf(scene, "mainGradText")[0].box.getSize()[0], 0.8f, 1e-3f);
@@ -270,19 +283,24 @@ TEST(PoLinearAxis, BadInputDrawsNothingBad) {
     scene.kit->start.setValue(0, NOT_A_NUMBER, 0);
     EXPECT_EQ(expectSound("nowhere"), 0);
     scene.kit->start.setValue(0, 0, 0);
+    PbDomain flat(0, 0, 100, 1, PbDomain::BBOX_AS_GIVEN), tiny(0, 0, 1e-30f, 1e30f, PbDomain::BBOX_AS_GIVEN);
+    scene.kit->setDomain(&flat); // a multiple of its scale is beyond all numbers
+    scene.kit->gridVisibility = PoAxis::VISIBILITY_ON;
     for (SoSFFloat *field : {&scene.kit->gradFontSize, &scene.kit->gradDistAxis, &scene.kit->marginStart,
                              &scene.kit->marginEnd, &scene.kit->titleFontSize, &scene.kit->titleDistAxis,
                              &scene.kit->gridLengthGradSide, &scene.kit->arrowHeight,
                              &scene.kit->tickMainLength, &scene.kit->step, &scene.kit->multFactorDistAxis}) {
         const float before = field->getValue();
-        for (const float bad : {NOT_A_NUMBER, INFINITE, -INFINITE, -1.0f}) {
+        for (const float bad : {NOT_A_NUMBER, INFINITE, -INFINITE, 3e38f, -1.0f}) {
             *field = bad;
             expectSound("a bad length");
         }
         *field = before;
     }
-    scene.kit->marginStart = 0.7f;
-    scene.kit->marginEnd = 0.7f;
+    scene.kit->setDomain(&tiny);
+    expectSound("sizes without a proportion");
+    scene.kit->setDomain(nullptr);
+    scene.kit->marginStart = scene.kit->marginEnd = 0.7f;
     EXPECT_EQ(expectSound("margins that cross"), body);
     scene.kit->marginStart = scene.kit->marginEnd = 0;
     scene.kit->step = 1e-12f;
