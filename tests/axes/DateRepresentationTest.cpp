@@ -58,6 +58,7 @@ TEST(DateRepresentation, IsReadFromItsLanguage) {
         {"D 99999999999999999999", " D1000000000"},
         {std::string(1'000'000, 'D') + "?", "1000001"},
         {std::string(400, '9') + "SEC", "1"},
+        {std::string(40, '9') + "SEC", "1"},
         {"'" + std::string(1'000'000, '?'), "1"},
         {std::string("D\0M", 3), "2"},
     };
