@@ -84,8 +84,8 @@ void PoAxis::buildGridLines(int n, const float *coords, SoGroup *group) {
     const float factor =
         (m_attr.grad.position == GRAD_ABOVE ? 1.0f : -1.0f) * m_attr.scaleAlong / m_attr.scalePerpendicular;
     std::vector<SbVec3f> points;
-    for (const float length : {-std::abs(m_attr.gridLengthGradOtherSide) * factor,
-                               std::abs(m_attr.gridLengthGradSide) * factor})
+    for (const float length :
+         {-std::abs(m_attr.gridLengthGradOtherSide) * factor, std::abs(m_attr.gridLengthGradSide) * factor})
         if (length != 0 && std::isfinite(length))
             addSegments({coords, static_cast<std::size_t>(n)}, 0, length, points);
     if (!points.empty())
@@ -214,7 +214,7 @@ void PoAxis::buildTitle(float start, float end, SoGroup *group) {
     buildLabel(text, x, y, titleString.getValue().getString());
 }
 
-// ---------------------------------------------------------------------------------- the multiplication factor
+// --------------------------------------------------------------------------------- multiplication factor
 
 namespace {
 

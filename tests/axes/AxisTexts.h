@@ -44,6 +44,18 @@ std::vector<std::string> stringsOf(const KitScene<Kit> &scene, const char *part)
 
 using Strings = std::vector<std::string>;
 
+/// No two overlap, by more than the roundings of large coordinates.
+inline void expectClear(const std::vector<Text> &texts, float slack = 0) {
+    const auto overlap = [](const SbBox3f &a, const SbBox3f &b, int k) {
+        return std::min(a.getMax()[k], b.getMax()[k]) - std::max(a.getMin()[k], b.getMin()[k]);
+    };
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j)
+            EXPECT_FALSE(overlap(texts[i].box, texts[j].box, 0) > slack &&
+                         overlap(texts[i].box, texts[j].box, 1) > slack)
+                << texts[i].string << " and " << texts[j].string;
+}
+
 } // namespace test
 
 #endif

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <charconv>
 #include <limits>
-#include <random>
 
 #include <gtest/gtest.h>
 
@@ -59,6 +58,7 @@ TEST(DateRepresentation, IsReadFromItsLanguage) {
         {"D 99999999999999999999", " D1000000000"},
         {std::string(1'000'000, 'D') + "?", "1000001"},
         {std::string(400, '9') + "SEC", "1"},
+        {std::string(40, '9') + "SEC", "1"},
         {"'" + std::string(1'000'000, '?'), "1"},
         {std::string("D\0M", 3), "2"},
     };
@@ -75,22 +75,6 @@ TEST(DateRepresentation, IsReadFromItsLanguage) {
     };
     std::for_each(std::begin(rows), std::end(rows), expectLevels);
     std::for_each(std::begin(faults), std::end(faults), expectLevels);
-    // What was read is read again from what it writes; all else is a fault at a place of the text.
-    std::mt19937 random(7);
-    const std::string_view pieces[] = {"1", "-", ".5", " ", "' '", "'",  "DAY",
-                                       "s", "D", "M",  "Y", ";",   "DA", "YEA"};
-    for (int i = 0; i < 20000; ++i) {
-        std::string text;
-        for (unsigned n = random() % 8; n > 0; --n)
-            text += pieces[random() % std::size(pieces)];
-        int error = 0;
-        const auto levels = oravane::parseAxisRep(text, ';', error);
-        ASSERT_TRUE(levels ? error == 0 : error > 0 && error <= static_cast<int>(text.size()) + 1) << text;
-        if (levels) {
-            const auto again = oravane::parseAxisRep(written(*levels), ';', error);
-            ASSERT_EQ(written(again.value()), written(*levels)) << text;
-        }
-    }
 }
 
 /// The levels that alternatives and periods give for a span.

@@ -2,7 +2,6 @@
 #include "axes/GraduationSplit.h"
 #include "axes/LinearGraduations.h"
 
-#include <cmath>
 #include <limits>
 
 #include <gtest/gtest.h>
@@ -21,7 +20,8 @@ struct Row {
     int count;
 };
 
-TEST(LinearGraduations, AreRound) {
+TEST(LinearGraduations, AreRoundOrNone) {
+    const float biggest = std::numeric_limits<float>::max();
     const Row rows[] = {
         {0, 10, 0, false, 1, 0, 11},
         {0, 100, 0, false, 20, 0, 6},
@@ -30,13 +30,13 @@ TEST(LinearGraduations, AreRound) {
         {10, 0, 0, false, -1, 10, 11},
         {0, 38, 0, false, 4, 0, 10},
         {0, 28, 0, false, 3, 0, 10},
-        {0, 1, 0, false, 0.2f, 0, 6},
-        {0, 0.1f, 0, false, 0.02f, 0, 6},
-        {0, 15000, 0, false, 2000, 0, 8},
         {0, 20, 0, false, 3, 0, 7},
         {0, 40, 0, false, 5, 0, 9},
         {0, 30, 0, false, 4, 0, 8},
-        {0, 0.01f, 0, false, 0.002f, 0, 5}, // sums of single precision pass the end
+        {0, 1, 0, false, 0.2f, 0, 6},
+        {0, 0.1f, 0, false, 0.02f, 0, 6},
+        {0, 15000, 0, false, 2000, 0, 8},
+        {0, 0.01f, 0, false, 0.002f, 0, 5},
         {-12, 31, 0, false, 5, -10, 9},
         {31, -12, 0, false, -5, 30, 9},
         {0.3f, 2, 0.5f, false, 0.5f, 0.5f, 4},
@@ -45,6 +45,11 @@ TEST(LinearGraduations, AreRound) {
         {2, 0.3f, 0.5f, false, -0.5f, 2, 4},
         {0, 10, -4, false, 4, 0, 3},
         {0, 10, NOT_A_NUMBER, false, 1, 0, 11},
+        {3, 3, 1, false, 1, 3, 0},
+        {0, 1, 1e-9f, false, 1e-9f, 0, 0},
+        {0, INFINITE, 1, false, 1, 0, 0},
+        {-biggest, biggest, 1, false, 1, -biggest, 0},
+        {1e9f, 1e9f + 6400, 7, false, 7, 1e9f, 0}, // lost in the rounding of the coordinates
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(testing::Message() << row.start << " to " << row.end << " by " << row.wanted);
@@ -52,36 +57,6 @@ TEST(LinearGraduations, AreRound) {
         const auto grads = oravane::linearGraduations(row.fitsStart, row.start, row.end, step);
         EXPECT_FLOAT_EQ(step, row.step);
         EXPECT_FLOAT_EQ(grads.first, row.first);
-        EXPECT_EQ(grads.count, row.count);
-    }
-}
-
-/// Whatever the range, about ten steps of one digit.
-TEST(LinearGraduations, StepsHaveOneDigitInEveryDecade) {
-    for (float range = 1.3e-30f; range < 1e30f; range *= 1.37f) {
-        const float step = oravane::linearStep(range, 0);
-        EXPECT_GE(range / step, 4.9f) << range;
-        EXPECT_LE(range / step, 10.3f) << range;
-        const double digit = step / std::pow(10.0, std::floor(std::log10(step) + 1e-6));
-        EXPECT_NEAR(digit, std::round(digit), 1e-5) << range;
-        EXPECT_LE(digit, 5.001) << range;
-    }
-}
-
-TEST(LinearGraduations, NoneWhereThereCannotBeAny) {
-    const float biggest = std::numeric_limits<float>::max();
-    const Row rows[] = {
-        {3, 3, 1, false, 1, 3, 0},
-        {0, 1, 1e-9f, false, 1e-9f, 0, 0},
-        {1e9f, 1e9f + 6400, 7, false, 7, 1e9f, 0}, // lost in the rounding of the coordinates
-        {0, INFINITE, 1, false, 1, 0, 0},
-        {-biggest, biggest, 1, false, 1, -biggest, 0},
-    };
-    for (const Row &row : rows) {
-        const float step = oravane::linearStep(row.end - row.start, row.wanted);
-        const auto grads = oravane::linearGraduations(row.fitsStart, row.start, row.end, step);
-        EXPECT_EQ(step, row.step);
-        EXPECT_EQ(grads.first, row.first);
         EXPECT_EQ(grads.count, row.count);
     }
     EXPECT_EQ(oravane::linearStep(0, 0), 0);

@@ -10,6 +10,7 @@
 #include <Inventor/nodes/SoLineSet.h>
 #include <Inventor/nodes/SoMatrixTransform.h>
 
+using test::expectClear;
 using test::INFINITE;
 using test::KitScene;
 using test::NOT_A_NUMBER;
@@ -120,17 +121,6 @@ void setShape(PoLinearAxis &axis, const Shape &shape) {
     axis.end = shape.end;
 }
 
-void expectClear(const std::vector<Text> &texts) {
-    for (std::size_t i = 0; i < texts.size(); ++i)
-        for (std::size_t j = i + 1; j < texts.size(); ++j) {
-            const SbVec3f low = texts[i].box.getMin(), high = texts[i].box.getMax();
-            const SbVec3f otherLow = texts[j].box.getMin(), otherHigh = texts[j].box.getMax();
-            const float overlapX = std::min(high[0], otherHigh[0]) - std::max(low[0], otherLow[0]);
-            const float overlapY = std::min(high[1], otherHigh[1]) - std::max(low[1], otherLow[1]);
-            EXPECT_FALSE(overlapX > 1 && overlapY > 1) << texts[i].string << " and " << texts[j].string;
-        }
-}
-
 /// The exponent follows along the path, towards the tops of the letters, as whoever sees the axis reads it.
 void expectReadable(const Text &times, const Text &exponent, const Shape &shape) {
     const bool isReverse = shape.reverse == PoAxis::AXIS_REVERSE;
@@ -177,8 +167,11 @@ TEST(PoLinearAxis, KeepsTextsApartInEveryShape) {
         texts.insert(texts.end(), factor.begin(), factor.end());
         texts.push_back(title[0]);
         texts.push_back({"ticks", test::boundingBox(scene.part("mainGradTick"))});
+        const float middle = texts.back().centre()[1] * (shape.position == PoAxis::GRAD_ABOVE ? 1 : -1);
+        const int side = (middle > 1) - (middle < -1); // of the texts, the other one, or across
+        EXPECT_EQ(side, shape.tick == 0 ? 1 : shape.tick == 1 ? -1 : 0);
         texts.push_back({"arrow", test::boundingBox(scene.part("arrow"))});
-        expectClear(texts);
+        expectClear(texts, 1);
         ++shapes;
         if (HasFailure())
             return;
@@ -244,6 +237,10 @@ TEST(PoLinearAxis, LongLabelsShrinkUntilTheyFit) {
     ASSERT_EQ(texts.size(), 3U);
     EXPECT_NEAR(texts[1].box.getSize()[0], 0.8f * 0.5f, 1e-3f);
     EXPECT_NEAR(texts[2].centre()[0], 1, 1e-3f);
+    scene.kit->gradAddString = "!";
+    scene.kit->gradAddStringVisibility = TRUE;
+    scene.traverse();
+    EXPECT_EQ(stringsOf(scene, "mainGradText")[2], "c!");
     expectClear(texts);
     scene.kit->marginStart = scene.kit->marginEnd = 0.6f;
     scene.traverse();
@@ -317,6 +314,7 @@ TEST(PoLinearAxis, FollowsTheSceneAndItsFile) {
     format->formatType = PbNumericDisplayFormat::FLOAT_FORMAT;
     format->numDecimal = 2;
     scene.root->insertChild(format, 0);
+    scene.kit->multFactorPosition = PoLinearAxis::MULT_FACTOR_GRAD; // of which there is none
     EXPECT_EQ(scene.rebuildsOf([] {}), 0);
     EXPECT_EQ(stringsOf(scene, "mainGradText")[1], "0.20");
     EXPECT_EQ(scene.rebuildsOf([&] { format->numDecimal = 1; }), 1);
