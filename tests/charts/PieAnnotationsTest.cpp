@@ -170,8 +170,11 @@ TEST(PieAnnotations, DistancesAreUsedAndAllScalesWithTheRadius) {
     EXPECT_TRUE(label.lineMiddles[1].equals(label.arrow[3] + SbVec2f(0.1f, -0.05f), 1e-12f)) << "inwards";
     PieLabelRules bare;
     bare.hasArrows = false;
-    const PieLabel level{0, 0, alone.lines};
-    EXPECT_NEAR(placeAroundPie(bare, {&level, 1})[0].corners()[0][0], 1.05f, 1e-6f) << "at the tip";
+    for (const SbVec2f &axis : {SbVec2f(1, 0), SbVec2f(0, 1)}) {
+        const PieLabel onAxis{axis[1] * PI / 2, 0, alone.lines};
+        EXPECT_NEAR(placeAroundPie(bare, {&onAxis, 1})[0].corners()[0].dot(axis), 1.05f, 1e-6f)
+            << "at the tip";
+    }
 }
 
 TEST(PieAnnotations, AlignmentTurnsWithTheSide) {

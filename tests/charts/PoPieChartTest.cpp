@@ -1,6 +1,7 @@
 #include <oravane/PoDomain.h>
 #include <oravane/PoPieChart2D.h>
 #include <oravane/PoPieChart3D.h>
+#include <oravane/PoSingleHistogram.h>
 
 #include "Drawn.h"
 
@@ -127,6 +128,52 @@ struct Scene : test::KitScene<Pie> {
 
 using Flat = Scene<PoPieChart2D>;
 using Solid = Scene<PoPieChart3D>;
+
+/// All fields but parts, in their order, with their values.
+std::string fieldsOf(const test::Ref<SoNode> &kit) {
+    std::string all;
+    SoFieldList fields;
+    for (int k = 0, n = kit->getFields(fields); k < n; ++k) {
+        SbName name;
+        SbString value;
+        kit->getFieldName(fields[k], name);
+        fields[k]->get(value);
+        if (!fields[k]->isOfType(SoSFNode::getClassTypeId()) && name != "callbackList")
+            all += std::string(name.getString()) + " " + value.getString() + ", ";
+    }
+    return all;
+}
+
+TEST(PoPieChart, FieldsOfChartsHaveTheirOrderAndDefaults) {
+    const auto annotation = [](const std::string &prefix, const char *show) {
+        const std::string name = prefix + "Annot", shown = show[0] == 't' ? "TRUE" : "FALSE",
+                          valueShown = show[0] == 't' ? "FALSE" : "TRUE";
+        std::string all = name + "TextVisibility " + shown + ", " + name + "ValueVisibility " + valueShown +
+                          ", " + name + "PercentVisibility FALSE, " + name + "AddStringVisibility FALSE, ";
+        for (const char *end : {"FontName \"\", ", "FontSize 0, "})
+            for (const char *line : {"Text", "Value", "Percent"})
+                all += name + line + end;
+        return all + name + "AddString \"\", ";
+    };
+    EXPECT_EQ(
+        fieldsOf(test::Ref<SoNode>(new PoPieChart3D)),
+        "radius 1, sliceText [  ], sliceValue [  ], sliceColor 0 0 0, intAnnotPosition HOR_INT_POS, "
+        "intAnnotAlignment CENTER_ALIGN, " +
+            annotation("int", "value") +
+            "intAnnotDistance 0, extAnnotPosition HOR_INT_POS, extAnnotAlignment INWARDS_ALIGN, " +
+            annotation("ext", "text") +
+            "extAnnotDistance1 0, extAnnotDistance2 0, extAnnotDistance3 0, arrowVisibility TRUE, "
+            "arrowHeight 0, arrowWidth 0, sliceGroupActive TRUE, sliceGroupMinValue 5, sliceGroupFlagMin "
+            "PERCENTAGE, sliceGroupString \"Others\", sliceToTranslateNumber [  ], sliceToTranslateValue "
+            "[  ], sliceAngleStep 0.0349066, center 0 0 0, zCenter2 1, ");
+    EXPECT_EQ(
+        fieldsOf(test::Ref<SoNode>(new PoSingleHistogram)),
+        "start 0 0, end 1, type X, color 0 0 0, coloring COLOR_LIST, valueVisibility VISIBILITY_ON, "
+        "valuePosition POS_DEPEND, valuePath PATH_DEPEND, valueFontSize 0, valueFontName \"\", "
+        "valueAddStringVisibility FALSE, valueAddString \"\", nameVisibility VISIBILITY_ON, namePosition "
+        "POS_DEPEND, namePath PATH_DEPEND, nameFontSize 0, nameFontName \"\", barSpaceType REL_SPACE, "
+        "barSpaceValue 0.25, value [  ], name [  ], ");
+}
 
 TEST(PoPieChart, SmallSlicesAreGroupedWhenThereAreTwo) {
     struct Row {
@@ -383,12 +430,16 @@ TEST(PoPieChart, EachChangeRebuildsOnceAndWithoutSlicesAllPartsGo) {
           "intAnnotTextVisibility TRUE", "intAnnotPercentVisibility TRUE", "intAnnotDistance 0.5",
           "extAnnotPosition SQUARE_ALIGNED_EXT_POS", "extAnnotValueVisibility TRUE", "extAnnotDistance1 1.1",
           "extAnnotPercentVisibility TRUE", "arrowHeight 0.1", "sliceGroupMinValue 1.3",
-          "sliceGroupFlagMin ABSOLUTE", "sliceToTranslateNumber [ 1 ]", "sliceAngleStep 0.1", "center 1 2"})
+          "sliceGroupFlagMin ABSOLUTE", "sliceToTranslateNumber [ 1 ]", "sliceAngleStep 0.1",
+          "sliceGroupString rest", "center 1 2"})
         EXPECT_EQ(scene.rebuildsOf([&] { scene.kit->SoFieldContainer::set(field); }), 1) << field;
     auto *format = new PoNumericDisplayFormat;
     scene.root->insertChild(format, 0);
     scene.traverse();
     EXPECT_EQ(scene.rebuildsOf([&] { format->numDecimal = 2; }), 1);
+    PbDomain domain;
+    scene.kit->setDomain(&domain);
+    EXPECT_EQ(scene.rebuildsOf([&] { domain.setDomain(0, 0, 2, 1, PbDomain::BBOX_AS_GIVEN); }), 0);
     for (const char *name : GENERATED)
         EXPECT_NE(scene.part<SoNode>(name), nullptr) << name;
     scene.kit->sliceValue.setNum(0);

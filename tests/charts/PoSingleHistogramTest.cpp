@@ -80,6 +80,7 @@ void expectBars(const SbVec2f &sides, const SbVec2f &start, int axis, double dir
     scene.kit->barSpaceType = space.type;
     scene.kit->barSpaceValue = static_cast<float>(space.value * (space.type == Kit::FIXED_SPACE ? slot : 1));
     scene.kit->setDomain(&domain);
+    scene.kit->valueFontSize = 0.06f;
     scene.traverse();
     const std::vector<SbBox2f> bars = scene.bars();
     ASSERT_EQ(bars.size(), 3U);
@@ -93,7 +94,7 @@ void expectBars(const SbVec2f &sides, const SbVec2f &start, int axis, double dir
     }
     const SbMatrix letters = scene.toData().multRight(domain.getMatrix());
     EXPECT_NEAR(letters[0][0], letters[1][1], 1e-6 * letters[0][0]) << "they keep their shape";
-    EXPECT_FLOAT_EQ(scene.part<SoFont>("valueTextApp.font")->size.getValue(), 0.04f * sides[0]);
+    EXPECT_FLOAT_EQ(scene.part<SoFont>("valueTextApp.font")->size.getValue(), 0.06f * sides[0]);
 }
 
 TEST(PoSingleHistogram, BarsEndAtTheirValuesInEveryDomain) {
@@ -206,7 +207,7 @@ TEST(PoSingleHistogram, TextsFollowTheAttributesOfTheSceneAndTheirVisibility) {
     EXPECT_EQ(scene.texts("nameText"), Strings({"one two", "", "b"})) << "in one line";
     const auto *valueFont = scene.part<SoFont>("valueTextApp.font");
     const auto *nameFont = scene.part<SoFont>("nameTextApp.font");
-    EXPECT_EQ(valueFont->name.getValue(), "Times-Roman");
+    EXPECT_TRUE(valueFont->name.getValue() == "Times-Roman" && valueFont->size.getValue() == 0.04f);
     EXPECT_TRUE(nameFont->name.getValue() == "Courier" && nameFont->size.getValue() == 0.5f);
     const auto shown = [&](const char *fields) {
         scene.kit->SoNode::set(fields);
