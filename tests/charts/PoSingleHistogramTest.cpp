@@ -124,6 +124,7 @@ void expectText(int position, int axis, int sign, bool isInside, int path, float
     scene.kit->valuePath = path;
     scene.kit->valueFontSize = SIZE;
     scene.traverse();
+    EXPECT_EQ(scene.part("valueText")->getNumChildren(), isInside ? 2 : 1) << "a polygon offset on bars";
     const SbBox3f text = scene.textBox();
     const SbBox2f bar = scene.bars()[0];
     EXPECT_NEAR(text.getCenter()[1 - axis], bar.getCenter()[1 - axis], 0.1 * SIZE);
