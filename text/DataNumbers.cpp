@@ -5,13 +5,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace oravane {
 
 namespace {
 
-constexpr int kLargestWrittenPower = 6;
+constexpr int kLargestWrittenPower = 6, kMostDecimals = 9;
 
 struct FormatParts {
     explicit FormatParts(const PbNumericDisplayFormat &format) {
@@ -43,19 +42,26 @@ int commonZeros(const PiNumericFormat &format, std::span<const float> values, in
     return zeros;
 }
 
+/// Decimals that a value needs in units of one, of five digits of its own.
+int numDecimalsOf(float value) {
+    PiNumericFormat own;
+    own.setFormatAuto(value, value, 0, 0);
+    return numDecimalsOf(textOf(own, value)) - own.getTenPower();
+}
+
 PiNumericFormat exactFormat(std::span<const float> values) {
     float largest = 0;
-    for (const float value : values)
-        largest = std::max(largest, std::abs(value));
-    PiNumericFormat format;
     int numDecimals = 0;
     for (const float value : values) {
-        format.setFormatAuto(value, largest, 0, 0);
-        numDecimals = std::max(numDecimals, numDecimalsOf(textOf(format, value)));
+        largest = std::max(largest, std::abs(value));
+        numDecimals = std::max(numDecimals, numDecimalsOf(value));
     }
+    PiNumericFormat format;
+    format.setFormatAuto(0, largest, 0, 0);
     int power = format.getTenPower();
     if (std::abs(power) <= kLargestWrittenPower)
-        numDecimals = std::max(numDecimals - std::exchange(power, 0), 0);
+        power = 0;
+    numDecimals = std::clamp(numDecimals + power, 0, kMostDecimals);
     format.setFormatFloatingPoint(numDecimals, power);
     format.setFormatFloatingPoint(numDecimals - commonZeros(format, values, numDecimals), power);
     return format;

@@ -176,6 +176,7 @@ TEST(PoSingleHistogram, TextsTellValuesAndNames) {
           Row{"not to be rounded", {1.5f, 2.25f, 3.75f}, automatic, {"1.50", "2.25", "3.75"}},
           Row{"small", {0.02f, 0.05f}, automatic, {"0.02", "0.05"}},
           Row{"below zero", {-2500.5f, 12}, automatic, {"-2500.5", "12.0"}},
+          Row{"far apart", {0.05f, 20000}, automatic, {"0.05", "20000.00"}},
           Row{"large", {3e9f, 1.5e9f}, automatic, {"3.0E9", "1.5E9"}},
           Row{"given", {2500, 12}, inHundreds, {"25.0E2", "0.1E2"}, "25.0 t"},
           Row{"missing", {1, test::NOT_A_NUMBER, -test::INFINITE, 2}, automatic, {"1", "", "", "2"}}}) {
