@@ -32,8 +32,7 @@ Places byIndexList(std::span<const SbVec2f> points, std::span<const std::int32_t
     Places places;
     places.reserve(list.size());
     for (const std::int32_t index : list)
-        if (index >= 0)
-            addPoint(points, static_cast<std::size_t>(index), places);
+        addPoint(points, static_cast<std::size_t>(index), places); // one below 0 is beyond all points
     return places;
 }
 

@@ -95,9 +95,9 @@ TEST(PoCurve, FillsDownToTheThreshold) {
     } const rows[] = {
         {"above", {{0, 1}, {1, 2}}, 0, "-0.0001,0 0,1 1,2 1.0001,0 | ", "-0.0001,0 0,1 1,2 1.0001,0 | "},
         {"crossing",
-         {{0, 1}, {10, -1}},
+         {{0, 1}, {0, 1}, {10, -1}},
          0,
-         "-0.001,0 0,1 10,-1 10.001,0 | ",
+         "-0.001,0 0,1 0,1 10,-1 10.001,0 | ",
          "-0.001,0 0,1 5,0 | 5,0 10,-1 10.001,0 | "},
         {"from threshold to threshold", {{0, 3}, {1, 4}, {2, 3}}, 3, "0,3 1,4 2,3 | ", "0,3 1,4 2,3 | "},
         {"touching",
@@ -110,6 +110,11 @@ TEST(PoCurve, FillsDownToTheThreshold) {
          0,
          "0,0 1,1e-19 3,-1e-19 4,0 | ",
          "0,0 1,1e-19 2,0 | 2,0 3,-1e-19 4,0 | "},
+        {"as far as numbers go",
+         {{-3.4028e38f, 1}, {3.4028e38f, 1}},
+         0,
+         "-3.40282e+38,0 -3.4028e+38,1 3.4028e+38,1 3.40282e+38,0 | ",
+         "-3.40282e+38,0 -3.4028e+38,1 3.4028e+38,1 3.40282e+38,0 | "},
         {"along the threshold", {{0, 2}, {1, 2}}, 2, "0,2 1,2 | ", ""},
         {"one point", {{1, 2}}, 0, "1,2 | ", "null"},
         {"none", {}, 0, "null", "null"},
@@ -285,6 +290,11 @@ TEST(PoCurve, FontsOfMarksAreMadeOrTaken) {
     PbDomain domain(0, 0, 50, 1, PbDomain::BBOX_AS_GIVEN);
     EXPECT_EQ(scene.rebuildsOf([&] { scene.kit->setDomain(&domain); }), 1);
     EXPECT_FLOAT_EQ(font()->size.getValue(), 1.5f) << "follows the domain";
+    const test::Ref<SoGroup> copy(static_cast<SoGroup *>(scene.root->copy()));
+    domain.setDomain(0, 0, 80, 1, PbDomain::BBOX_AS_GIVEN);
+    SoCallbackAction().apply(copy.get());
+    auto *copied = static_cast<PoCurve *>(copy->getChild(0));
+    EXPECT_FLOAT_EQ(static_cast<SoFont *>(copied->getPart("markerApp.font", FALSE))->size.getValue(), 2.4f);
     font()->size = 4;
     scene.kit->touchKit();
     scene.traverse();

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <random>
 
 namespace {
 
@@ -28,7 +27,7 @@ std::string placesText(const PointFilter &filter, const Places &points) {
 }
 
 TEST(PointFilter, ChoosesPlaces) {
-    const Places line = {{0, 0}, {2, 4}, {2, 8}, {4, 0}}, one = {{3, 7}};
+    const Places line = {{0, 0}, {2, 4}, {2, 8}, {4, 0}}, one = {{3, 7}}, back = {{0, 0}, {4, 4}, {2, 6}};
     const Places gap = {{0, 0}, {1, NOT_A_NUMBER}, {2, 4}, {3, 6}, {INFINITE, 1}, {5, 5}};
     using Filter = PointFilter;
     struct {
@@ -60,6 +59,14 @@ TEST(PointFilter, ChoosesPlaces) {
         {"x period very much too small", line, Filter::XPeriod, 0, {}, 1e-45f, {}, "NONE"},
         {"x period, one point", one, Filter::XPeriod, 0, {}, 5, {}, "3,7 "},
         {"x list", line, Filter::XList, 0, {}, 0, {3, -1, NOT_A_NUMBER, 1, 3, 5}, "3,4 1,2 3,4 "},
+        {"x list on the way back",
+         back,
+         Filter::XList,
+         0,
+         {},
+         0,
+         {3, 2, 2.5f, 4},
+         "3,3 3,5 2,2 2,6 2.5,2.5 2.5,5.5 4,4 4,4 "},
         {"x list out of range", line, Filter::XList, 0, {}, 0, {-1, 4.5f}, ""},
         {"x list, one point", one, Filter::XList, 0, {}, 0, {1, 3, 3}, "3,7 "},
         {"x list beside one point", one, Filter::XList, 0, {}, 0, {1}, ""},
@@ -102,48 +109,6 @@ TEST(PointFilter, StepsReachTheGreatestX) {
         ASSERT_EQ(places->size(), row.count);
         const double last = row.low + (static_cast<double>(row.count) - 1) * row.period;
         EXPECT_FLOAT_EQ(places->back()[0], static_cast<float>(std::min<double>(last, row.high)));
-    }
-}
-
-/// Each x against each segment.
-Places searched(const std::vector<float> &list, const Places &points) {
-    Places places;
-    for (const float x : list)
-        for (std::size_t i = 0; i + 1 < points.size(); ++i) {
-            const SbVec2f &a = points[i], &b = points[i + 1];
-            if (!oravane::hasPosition(a) || !oravane::hasPosition(b) ||
-                !((static_cast<double>(x) - a[0]) * (static_cast<double>(x) - b[0]) <= 0))
-                continue;
-            const double slope = (static_cast<double>(b[1]) - a[1]) / (static_cast<double>(b[0]) - a[0]);
-            places.emplace_back(x, a[0] == b[0] ? std::min(a[1], b[1])
-                                                : static_cast<float>(slope * x + b[1] - slope * b[0]));
-        }
-    return places;
-}
-
-TEST(PointFilter, FindsAllSegmentsInOrder) {
-    std::mt19937 random(5);
-    for (int round = 0; round < 200; ++round) {
-        // Few different x: many vertical segments, and x that are at ends.
-        std::uniform_int_distribution<int> few(0, 3 + round / 10), size(2, 40);
-        Places points(static_cast<std::size_t>(size(random)));
-        for (SbVec2f &p : points)
-            p.setValue(static_cast<float>(few(random)), static_cast<float>(few(random)));
-        if (round % 4 == 0 && points.size() > 2)
-            points[points.size() / 2][1] = NOT_A_NUMBER;
-        std::vector<float> list(static_cast<std::size_t>(size(random)));
-        for (float &x : list)
-            x = static_cast<float>(few(random)) / 2;
-        PointFilter filter;
-        filter.type = PointFilter::XList;
-        filter.xList = list;
-        const auto found =
-            oravane::placesOf(filter, points, oravane::curveThrough(CurveShape::Polyline, points));
-        const Places expected = searched(list, points);
-        ASSERT_TRUE(found);
-        ASSERT_EQ(found->size(), expected.size());
-        for (std::size_t k = 0; k < expected.size(); ++k)
-            EXPECT_TRUE((*found)[k].equals(expected[k], 1e-9f)) << round << ", " << k;
     }
 }
 

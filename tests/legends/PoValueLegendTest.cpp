@@ -329,7 +329,7 @@ TEST(PoValueLegend, FollowsMappingLevelsAndFormatOfTheScene) {
 
 TEST(PoValueLegend, NumbersThatAreNoneAreSafe) {
     for (const float bad : {NOT_A_NUMBER, INFINITE, -INFINITE, 3e38f, -3e38f, 1e-38f, 0.f})
-        for (int which = 0; which < 6; ++which) {
+        for (int which = 0; which < 7; ++which) {
             SCOPED_TRACE(std::to_string(bad) + " at " + std::to_string(which));
             for (const char *before : {CUT, TABLE, STEPS}) {
                 Scene<PoLinearValueLegend> bar(which == 5 ? std::string(LEVELS) + before : before);
@@ -343,6 +343,11 @@ TEST(PoValueLegend, NumbersThatAreNoneAreSafe) {
                     else if (auto *table = dynamic_cast<PoNonLinearDataMapping2 *>(mapping);
                              table && which < 4)
                         table->value.set1Value(which, bad);
+                    if (which == 6) {
+                        mapping->minThresholdTransparency = bad;
+                        mapping->transparencyEnabled = TRUE;
+                        scene.kit->end.setValue(bad, 4);
+                    }
                     if (which == 5)
                         scene.template before<PoIsovaluesList>()->isovaluesList.set1Value(2, bad);
                     scene.traverse();
