@@ -8,14 +8,13 @@
 
 namespace {
 
-/// Whether each side has a length by which one can scale.
+/// Whether each side has a length by which one can scale, also against the other sides.
 bool isBox(const SbVec3f &min, const SbVec3f &max) {
-    for (int axis = 0; axis < 3; ++axis) {
-        const float delta = max[axis] - min[axis];
-        if (!(delta > 0) || !std::isfinite(delta) || !std::isfinite(1 / delta))
-            return false;
-    }
-    return true;
+    const SbVec3f delta = max - min;
+    const float smallest = std::min({delta[0], delta[1], delta[2]}),
+                largest = std::max({delta[0], delta[1], delta[2]});
+    const bool isFinite = std::isfinite(delta[0]) && std::isfinite(delta[1]) && std::isfinite(delta[2]);
+    return isFinite && smallest > 0 && std::isfinite(1 / smallest) && std::isfinite(largest / smallest);
 }
 
 } // namespace

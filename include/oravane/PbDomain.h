@@ -22,7 +22,8 @@ class SoTransform;
 ///
 /// A new domain is the box (0,0,0) to (1,1,1) with the type `SCALE_X_FIXED`. A box whose minimum is not
 /// strictly below its maximum on an axis (NaN included) is refused: the box in force stays. So is one by
-/// whose sides nothing can be scaled: they are infinite, or a cube has lost them to rounding.
+/// whose sides nothing can be scaled: they are infinite, or their ratio is, or a cube has lost them to
+/// rounding.
 class ORAVANE_API PbDomain : public PbBase {
 public:
     /// An integer that names no type gives the identity as transform.

@@ -32,7 +32,8 @@ TEST(PbDomain, CubeTypesKeepTheCentre) {
     domain.setDomain(0, 0, 5, 1, 1, 5, PbDomain::BBOX_AS_GIVEN);
     const float huge = std::numeric_limits<float>::max();
     domain.setDomain(-huge, 0, huge, 1, PbDomain::BBOX_AS_GIVEN);
-    domain.setDomain(0, 0, 1e-40f, 1, PbDomain::BBOX_AS_GIVEN);       // a scale of 1e40 is infinite
+    domain.setDomain(0, 0, 1e-40f, 1, PbDomain::BBOX_AS_GIVEN); // a scale of 1e40 is infinite
+    domain.setDomain(0, 0, 1e30f, 1e-30f, PbDomain::BBOX_AS_GIVEN);
     domain.setDomain(1e8f, 0, 1e8f + 64, 1, PbDomain::BBOX_MIN_CUBE); // a side of 1 is lost at 1e8
     EXPECT_EQ(boxOf(domain), box(0, 0, 0, 10, 2, 1)) << "empty, reversed and undefined boxes are refused";
 }
