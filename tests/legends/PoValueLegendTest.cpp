@@ -275,6 +275,10 @@ TEST(PoValueLegend, BoxesHaveTheColorsOfTheirValues) {
     EXPECT_EQ(colorless.boxes().size(), 5u) << "borders alone";
     EXPECT_EQ(test::drawnBy(colorless.part("box")).triangles, 0);
     EXPECT_EQ(noThresholdColor.boxes().size(), 8u);
+    const Scene<PoNonLinearValueLegend2> columns(LEVELS, "numColumns 2"),
+        rows(LEVELS, "numColumns 2 incrementType HORIZONTAL_INCREMENT");
+    EXPECT_GT(columns.boxes()[2].place.getMin()[1], columns.boxes()[0].place.getMin()[1]) << "read upwards";
+    EXPECT_LT(rows.boxes()[2].place.getMin()[1], rows.boxes()[0].place.getMin()[1]) << "read as a page";
 }
 
 TEST(PoValueLegend, FontSizeIsTheFitOfBoxesAndFactor) {
