@@ -119,7 +119,9 @@ int PbDomain::isHomogeneous() const {
 SbVec3f PbDomain::scaleFactors() const {
     if (m_transformType == TRANSFORM_01)
         return {1 / m_delta[0], 1 / m_delta[1], 1 / m_delta[2]};
-    int fixed = m_transformType - SCALE_X_FIXED;
+    int fixed = -1; // of what is no type: nothing is scaled
+    if (m_transformType >= SCALE_X_FIXED && m_transformType <= SCALE_Z_FIXED)
+        fixed = m_transformType - SCALE_X_FIXED;
     if (m_transformType == SCALE_MAX_XYZ_FIXED) {
         if (m_delta[0] > m_delta[1] && m_delta[0] > m_delta[2])
             fixed = 0;
@@ -128,7 +130,7 @@ SbVec3f PbDomain::scaleFactors() const {
         else
             fixed = 2; // also when two axes tie for the largest
     }
-    if (fixed < 0 || fixed > 2)
+    if (fixed < 0)
         return {1, 1, 1};
     SbVec3f scale;
     for (int axis = 0; axis < 3; ++axis)
