@@ -1,5 +1,5 @@
-// An axis that is built anew: the time of one graduation, with its tick and text, is to stay the same from few
-// of them to many. Texts that were measured before are looked up; of new ones their letters are built.
+// An axis that is built anew: the time of one graduation, with its tick and text, is to stay the same from
+// few of them to many. Texts that were measured before are looked up; of new ones their letters are built.
 #include "meshrep/KitScene.h"
 
 #include <oravane/PoLinearAxis.h>

@@ -5,8 +5,8 @@
 #include <oravane/PoParallelogram3.h>
 #include <oravane/PoRectangle.h>
 
-#include "TestScene.h"
 #include "Drawn.h"
+#include "TestScene.h"
 
 #include <Inventor/SbVec2f.h>
 #include <Inventor/SoPickedPoint.h>

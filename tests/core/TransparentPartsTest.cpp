@@ -3,8 +3,8 @@
 #include <oravane/PbLinearDataMapping.h>
 #include <oravane/PoRectangle.h>
 
-#include "TestScene.h"
 #include "Drawn.h"
+#include "TestScene.h"
 
 #include <Inventor/nodes/SoIndexedTriangleStripSet.h>
 #include <Inventor/nodes/SoLineSet.h>
