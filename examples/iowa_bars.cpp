@@ -15,6 +15,7 @@ namespace {
 
 std::vector<const char *> pointersTo(const std::vector<std::string> &texts) {
     std::vector<const char *> pointers;
+    pointers.reserve(texts.size());
     for (const std::string &text : texts)
         pointers.push_back(text.c_str());
     return pointers;
@@ -88,10 +89,12 @@ void addChanges(const Sheet &sheet, const std::vector<float> &values, const std:
     SoSeparator *panel = newPanel(sheet, SbBox2f(26, 12, 262, 78), SbBox2f(0, -6000, 16, 6000));
     addScale(panel, 236, PoCartesianAxis::YX, -6000, 6000, 16);
     std::vector<float> changes;
+    changes.reserve(values.size());
     for (std::size_t i = 1; i < values.size(); ++i)
         changes.push_back(values[i] - values[i - 1]);
     PoSingleHistogram *bars = addBars(panel, PoHistogram::X, changes, {years.begin() + 1, years.end()});
     std::vector<SbColor> colors;
+    colors.reserve(changes.size());
     for (const float change : changes)
         colors.push_back(change < 0 ? SbColor(0.3f, 0.5f, 0.75f) : SbColor(0.8f, 0.4f, 0.3f));
     bars->color.setValues(0, static_cast<int>(colors.size()), colors.data());

@@ -175,7 +175,8 @@ void addShape(const Sheet &sheet, int shape) {
     const char *captions[] = {"CURVE_NONE",     "CURVE_POLYLINE",  "CURVE_SMOOTH",
                               "CURVE_STAIRS_X", "CURVE_STAIRS_Y",  "CURVE_HISTO_X",
                               "CURVE_HISTO_Y",  "CURVE_STAIRS_2X", "CURVE_STAIRS_2Y"};
-    const float x = 14 + 88 * static_cast<float>(shape % 3), y = 132 - 61 * static_cast<float>(shape / 3);
+    const int column = shape % 3, row = shape / 3;
+    const float x = 14 + 88 * static_cast<float>(column), y = 132 - 61 * static_cast<float>(row);
     sheet.addText(x, y + 48, 3.4f, captions[shape]);
     const std::vector<SbVec2f> points{{0, 2}, {1, 4}, {2, 3}, {3, -2}, {4, -3}, {5, 1.5f}, {6, 1.5f}, {7, 3}};
     SoSeparator *panel = sheet.addPanel(SbBox2f(x, y, x + 78, y + 46), SbBox2f(0, -4, 7, 5));

@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-using oravane::kMaxGraduations;
-
 namespace {
 
 constexpr float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
