@@ -1,5 +1,7 @@
 #include "charts/PieAnnotations.h"
 
+#include "text/NearestAscending.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -266,30 +268,8 @@ void Surroundings::place(const Side &side, const SideLabel &label) {
 
 // ------------------------------------------------------------------------------- labels around the centre
 
-/// The values that are nearest to `values` and do not decrease: neighbours that would are given their mean.
-std::vector<double> nearestAscending(std::span<const double> values) {
-    struct Run {
-        double sum;
-        std::size_t count;
-        double mean() const { return sum / static_cast<double>(count); }
-    };
-    std::vector<Run> runs;
-    for (const double value : values) {
-        runs.push_back({value, 1});
-        while (runs.size() > 1 && runs[runs.size() - 2].mean() > runs.back().mean()) {
-            const Run last = runs.back();
-            runs.pop_back();
-            runs.back() = {runs.back().sum + last.sum, runs.back().count + last.count};
-        }
-    }
-    std::vector<double> result;
-    for (const Run &run : runs)
-        result.insert(result.end(), run.count, run.mean());
-    return result;
-}
-
-/// The same for values that have no more room than `room` from the first to the last, all the way round: they
-/// are spread evenly.
+/// Ascending numbers near to `values` where there is no more room than `room` from the first to the last, all
+/// the way round: they are spread evenly.
 std::vector<double> spreadEvenly(std::span<const double> values, double room) {
     const double count = static_cast<double>(values.size()), step = room / count;
     double first = 0;

@@ -180,9 +180,10 @@ void PoHistogram::addElementsAllCaches() {
     m_format.readElement();
 }
 
+// What a mapping that does not colour the bars holds is of no concern; but one that dies is forgotten.
 void PoHistogram::manageBasicObjectChange(PbBase *object, PbBase **member) {
     const bool isUnused = coloring.getValue() != DATA_MAPPING && object == m_dataMapping.get();
-    if (!isUnused)
+    if (!isUnused || object->getChangeType() == PbBase::CHANGE_DELETED)
         PoKestrava::manageBasicObjectChange(object, member);
 }
 

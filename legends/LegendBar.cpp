@@ -1,5 +1,7 @@
 #include "legends/LegendBar.h"
 
+#include "text/NearestAscending.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -14,32 +16,6 @@ constexpr float kMinThickness = 1.5f; ///< in font sizes
 /// Of the size at which the labels fill the whole length. Below it labels leave their values rather than
 /// getting smaller.
 constexpr float kCrowdedShare = 0.6f;
-
-/// The ascending numbers closest to `wanted` by least squares: neighbours in the wrong order are pooled
-/// (Barlow et al., Statistical Inference under Order Restrictions, 1972).
-std::vector<float> ascending(const std::vector<float> &wanted) {
-    struct Pool {
-        double mean;
-        std::size_t count;
-    };
-    std::vector<Pool> pools;
-    for (const float value : wanted) {
-        pools.push_back({value, 1});
-        while (pools.size() > 1 && pools[pools.size() - 2].mean > pools.back().mean) {
-            const Pool last = pools.back();
-            pools.pop_back();
-            Pool &pool = pools.back();
-            const auto count = static_cast<double>(pool.count), more = static_cast<double>(last.count);
-            pool.mean = (pool.mean * count + last.mean * more) / (count + more);
-            pool.count += last.count;
-        }
-    }
-    std::vector<float> result;
-    result.reserve(wanted.size());
-    for (const Pool &pool : pools)
-        result.insert(result.end(), pool.count, static_cast<float>(pool.mean));
-    return result;
-}
 
 } // namespace
 
@@ -132,18 +108,18 @@ void LegendBar::spreadLabels() {
     if (m_labels.empty() || hasRoomAtAnchors())
         return;
     // Taking away the room of the labels before each turns the order into an ascending one.
-    std::vector<float> room, wanted;
-    float before = 0;
+    std::vector<double> room, wanted;
+    double before = 0;
     for (std::size_t i = 0; i < m_labels.size(); ++i) {
-        const float half = m_fontSize * m_extents[i].along / 2;
+        const double half = m_fontSize * m_extents[i].along / 2;
         room.push_back(before + half);
         wanted.push_back(m_labels[i].anchor - room.back());
         before += 2 * half;
     }
-    const std::vector<float> shifts = ascending(wanted);
-    const float last = std::max(length() - before, 0.0f);
+    const std::vector<double> shifts = nearestAscending(wanted);
+    const double last = std::max(length() - before, 0.0);
     for (std::size_t i = 0; i < m_labels.size(); ++i)
-        m_labels[i].position = std::clamp(shifts[i], 0.0f, last) + room[i];
+        m_labels[i].position = static_cast<float>(std::clamp(shifts[i], 0.0, last) + room[i]);
 }
 
 } // namespace oravane

@@ -34,7 +34,7 @@ TEST(Gallery, PagesShowWhatIsRendered) {
         const Picture picture = oravane::readPng(fs::path(entry.path()).replace_extension(".png").string());
         const Picture drawing = drawingOf(entry.path(), picture);
         constexpr int BLOCK = 8;
-        int blocks = 0, different = 0, coloured = 0;
+        int blocks = 0, different = 0, coloured = 0, dark = 0, printedDark = 0;
         double sum = 0;
         for (int v = BLOCK; v + 2 * BLOCK <= picture.height; v += BLOCK) { // the border has no part in it
             for (int u = BLOCK; u + 2 * BLOCK <= picture.width; u += BLOCK) {
@@ -46,9 +46,13 @@ TEST(Gallery, PagesShowWhatIsRendered) {
                 ++blocks;
                 different += largest > 40;
                 coloured += a[0] + a[1] + a[2] < 3 * 250;
+                dark += a[0] + a[1] + a[2] < 3 * 225;
+                printedDark += b[0] + b[1] + b[2] < 3 * 225;
             }
         }
         EXPECT_GT(coloured, blocks / 12) << "there is something to see";
+        EXPECT_GT(3 * printedDark, 2 * dark) << "and on a sheet that is mostly white nothing is missing";
+        EXPECT_LT(2 * printedDark, 3 * dark) << "or too much";
         // Thin lines come out a part of a pixel wider on the page, and letters are those of another font.
         EXPECT_LT(sum / blocks, 12);
         EXPECT_LT(different, blocks / 100 + 1);
