@@ -1,9 +1,9 @@
 #include "vectorize/PsText.h"
 
+#include "vectorize/PageFormat.h"
 #include "vectorize/PageText.h"
 
 #include <algorithm>
-#include <bit>
 
 namespace oravane {
 
@@ -210,21 +210,14 @@ PsDash psDash(unsigned short pattern) {
     PsDash dash;
     if (pattern == 0 || pattern == 0xFFFF)
         return dash;
-    const int shifts = std::countr_zero(pattern);
-    const unsigned bits = pattern >> shifts;
+    const PatternRuns runs = patternRuns(pattern);
     PageText text;
-    int runs = 0;
-    for (int start = 0; start < kBits; ++runs) {
-        int end = start + 1;
-        while (end < kBits && (bits >> end & 1) == (bits >> start & 1))
-            ++end;
-        text.fixed2((end - start) * kBitLength) << " ";
-        start = end;
-    }
-    if (runs % 2 == 1)
+    for (int i = 0; i < runs.count; ++i)
+        text.fixed2(runs.lengths[i] * kBitLength) << " ";
+    if (runs.count % 2 == 1)
         text << "0. "; // on and off pair up
     dash.elements = text.view();
-    dash.offsetBits = kBits - shifts;
+    dash.offsetBits = kBits - runs.shifts;
     return dash;
 }
 

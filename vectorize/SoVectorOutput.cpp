@@ -22,8 +22,12 @@ void SoVectorOutput::setFilePointer(FILE *fp) {
 }
 
 int SoVectorOutput::openFile(const char *fileName) {
+    return openInMode(fileName, "wt");
+}
+
+int SoVectorOutput::openInMode(const char *fileName, const char *mode) {
     closeStream();
-    take(fileName ? std::fopen(fileName, "wt") : nullptr, true);
+    take(fileName ? std::fopen(fileName, mode) : nullptr, true);
     if (!m_fp)
         return 0;
     // Pages are written in small pieces and may be large.

@@ -9,6 +9,7 @@
 #include <Inventor/lists/SoPathList.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -399,6 +400,27 @@ void SoVectorizeAction::printTextLines(SbVec4f point, const SbColor &color, cons
         point[0] += std::sin(angle) * m_nominalWidth * size * spacing;
         point[1] -= std::cos(angle) * m_nominalWidth * size * spacing;
     }
+}
+
+void SoVectorizeAction::fillBackground() {
+    if (!m_backgroundFlag)
+        return;
+    const SbVec4f corners[] = {
+        {0, 0, 0, 1}, {m_size[0], 0, 0, 1}, {m_size[0], m_size[1], 0, 1}, {0, m_size[1], 0, 1}};
+    std::array<SbColor, 4> colors;
+    colors.fill(translateColor(m_backgroundColor));
+    printPolygon(corners, 4, colors.data());
+}
+
+void SoVectorizeAction::strokeBorder() {
+    if (m_borderWidth <= 0)
+        return;
+    constexpr unsigned short kSolid = 0xFFFF;
+    const SbVec4f corners[] = {
+        {0, 0, 0, 1}, {m_size[0], 0, 0, 1}, {m_size[0], m_size[1], 0, 1}, {0, m_size[1], 0, 1}, {0, 0, 0, 1}};
+    std::array<SbColor, 5> colors;
+    colors.fill(translateColor(m_borderColor));
+    printPolyLine(corners, 5, colors.data(), 0, m_borderWidth, kSolid);
 }
 
 // --------------------------------------------------------------------------------------- debugging back end

@@ -1,5 +1,6 @@
 #include <oravane/SoVectorizePSAction.h>
 
+#include "vectorize/PageFormat.h"
 #include "vectorize/PageText.h"
 #include "vectorize/PsText.h"
 
@@ -27,18 +28,9 @@ constexpr int kHexDigitsOnBitmapLine = 40;
 constexpr int kBytesOnImageLine = 40;
 constexpr std::size_t kLargestPiece = 1 << 16; ///< of an image's text in memory
 
-double grey(double red, double green, double blue) {
-    return 0.3 * red + 0.59 * green + 0.11 * blue;
-}
-
 /// True for a length that would be written as 0: an interpreter refuses to scale by it.
 bool vanishes(float millimeters) {
     return !std::isfinite(millimeters) || std::fabs(millimeters) <= 0.005f;
-}
-
-/// Widths and sizes of 0, and what is no width, count as 1.
-float orOne(float multiple) {
-    return multiple > 0 && std::isfinite(multiple) ? multiple : 1.0f;
 }
 
 int pagePoints(float millimeters) {
@@ -145,22 +137,14 @@ void SoVectorizePSAction::printBackground() {
         text.fixed2(getShiftY()) << " translate\n";
     }
     send();
-    SbColor color;
-    if (!getBackgroundColor(&color))
-        return;
-    const float width = getWidth(), height = getHeight();
-    const SbVec4f corners[] = {{0, 0, 0, 1}, {width, 0, 0, 1}, {width, height, 0, 1}, {0, height, 0, 1}};
-    std::array<SbColor, 4> colors;
-    colors.fill(translateColor(color));
-    printPolygon(corners, 4, colors.data());
+    fillBackground();
 }
 
 void SoVectorizePSAction::printBorder() {
     oravane::PageText &text = m_page->text;
     initDefaultCurrentValues();
     float borderWidth;
-    SbColor color;
-    getBorder(&borderWidth, &color);
+    getBorder(&borderWidth, nullptr);
     // A view leaves its clip open. Each drawing of a page must end in the state that it began in.
     const bool clipIsOpen = isViewportKnown();
     if (borderWidth > 0) {
@@ -172,11 +156,7 @@ void SoVectorizePSAction::printBorder() {
         text.fixed(height, 6) << " lineto\n0 ";
         text.fixed2(height) << " lineto\n0 0 lineto\nclosepath\ngsave\nclip\n";
         send();
-        const SbVec4f corners[] = {
-            {0, 0, 0, 1}, {width, 0, 0, 1}, {width, height, 0, 1}, {0, height, 0, 1}, {0, 0, 0, 1}};
-        std::array<SbColor, 5> colors;
-        colors.fill(translateColor(color));
-        printPolyLine(corners, 5, colors.data(), 0, borderWidth, kSolid);
+        strokeBorder();
         text << "grestore\n";
     } else if (clipIsOpen && isPageMode()) {
         text << "grestore\n";
@@ -207,7 +187,7 @@ void SoVectorizePSAction::assignColor(SbColor color, float width) {
         text << "gc\n";
     } else {
         oravane::PageText level;
-        level.fixed2(grey(color[0], color[1], color[2])) << " gb";
+        level.fixed2(oravane::greyLevel(color[0], color[1], color[2])) << " gb";
         text << oravane::shortenNumbers(level.view()) << "\n";
     }
 }
@@ -273,7 +253,7 @@ void SoVectorizePSAction::printPolyLine(const SbVec4f *points, int n, const SbCo
                                         float width, unsigned short pattern) {
     if (n < 1 || pattern == 0)
         return;
-    const float lineWidth = orOne(width) * getNominalMillimeters();
+    const float lineWidth = oravane::orOne(width) * getNominalMillimeters();
     assignWidth(lineWidth);
     assignPattern(pattern);
     oravane::PageText &text = m_page->text;
@@ -299,7 +279,7 @@ void SoVectorizePSAction::printPolyMark(const SbVec4f *points, int n, const SbCo
                                         float size) {
     if (n < 1)
         return;
-    const float pointSize = orOne(size) * getNominalMillimeters();
+    const float pointSize = oravane::orOne(size) * getNominalMillimeters();
     oravane::PageText &text = m_page->text;
     if (pointSize != m_page->pointSize) {
         m_page->pointSize = pointSize;
@@ -339,32 +319,9 @@ void SoVectorizePSAction::printPolygon(const SbVec4f *points, int n, const SbCol
 
 // -------------------------------------------------------------------------------------------------- markers
 
-namespace {
-
-struct MarkerBits {
-    SbVec2s size{0, 0};
-    const unsigned char *bytes = nullptr;
-    int bytesPerRow = 0;
-};
-
-MarkerBits markerBits(int index) {
-    MarkerBits marker;
-    SbBool isLsbFirst = FALSE;
-    if (!SoMarkerSet::getMarker(index, marker.size, marker.bytes, isLsbFirst) || marker.size[0] <= 0 ||
-        marker.size[1] <= 0)
-        marker.bytes = nullptr;
-    // Both kinds are stored bottom row first, most significant bit first; the built-in ones in words.
-    const int padding = index < SoMarkerSet::NUM_MARKERS ? 4 : 1;
-    const int bytes = (marker.size[0] + 7) / 8;
-    marker.bytesPerRow = (bytes + padding - 1) / padding * padding;
-    return marker;
-}
-
-} // namespace
-
 /// Defines the bitmap of a marker at its first use; false when the marker has none.
 bool SoVectorizePSAction::createBitmap(int index, SbVec2s &size) {
-    const MarkerBits marker = markerBits(index);
+    const oravane::MarkerBits marker = oravane::markerBits(index);
     size = marker.size;
     if (!marker.bytes || !m_page->bitmaps.insert(index).second)
         return marker.bytes != nullptr;
@@ -451,7 +408,7 @@ void SoVectorizePSAction::writePixels(const unsigned char *pixels, const SbVec2s
         if (writesColors)
             std::for_each(p, p + 3, put);
         else
-            put(hasColors ? static_cast<unsigned char>(grey(p[0], p[1], p[2])) : p[0]);
+            put(hasColors ? static_cast<unsigned char>(oravane::greyLevel(p[0], p[1], p[2])) : p[0]);
     }
     text << "\n";
 }
@@ -459,21 +416,16 @@ void SoVectorizePSAction::writePixels(const unsigned char *pixels, const SbVec2s
 void SoVectorizePSAction::printImage(const SbVec4f &point, const unsigned char *pixels, SbVec2s &size,
                                      SbVec2s &sourceSize, int components, SoImage::HorAlignment horizontal,
                                      SoImage::VertAlignment vertical) {
-    const auto isEmpty = [](const SbVec2s &s) { return s[0] <= 0 || s[1] <= 0; };
-    if (!pixels || components <= 0 || isEmpty(size) || isEmpty(sourceSize))
+    if (!pixels || components <= 0 || sourceSize[0] <= 0 || sourceSize[1] <= 0)
         return;
-    const float pixel = getPixelMillimeters();
-    const SbVec2f extent(size[0] * pixel, size[1] * pixel);
-    if (vanishes(extent[0]) || vanishes(extent[1]))
-        return;
-    const float halves[] = {0, 0.5f, 1};
-    const SbVec2f low(point[0] - extent[0] * halves[std::clamp<int>(horizontal, 0, 2)],
-                      point[1] - extent[1] * halves[std::clamp<int>(vertical, 0, 2)]);
-    if (!getClippingLimits().intersect(SbBox2f(low, low + extent)))
+    const SbBox2f box =
+        oravane::imageBox({point[0], point[1]}, size, getPixelMillimeters(), horizontal, vertical);
+    const SbVec2f extent = box.isEmpty() ? SbVec2f(0, 0) : box.getSize();
+    if (vanishes(extent[0]) || vanishes(extent[1]) || !getClippingLimits().intersect(box))
         return;
     oravane::PageText &text = m_page->text;
     text << sourceSize[0] << " " << sourceSize[1] << "\n";
-    for (const SbVec2f &pair : {extent, low}) {
+    for (const SbVec2f &pair : {extent, box.getMin()}) {
         text.fixed2(pair[0]) << " ";
         text.fixed2(pair[1]) << "\n";
     }

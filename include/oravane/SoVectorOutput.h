@@ -55,6 +55,10 @@ public:
     /// `SoDebugError`.
     void flush();
 
+protected:
+    /// `openFile` in a mode of `fopen`, for outputs that are not text.
+    int openInMode(const char *fileName, const char *mode);
+
 private:
     void take(FILE *fp, bool isOwned);
     void closeStream();

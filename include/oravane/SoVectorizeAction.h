@@ -208,6 +208,10 @@ protected:
     /// The page's origin; within a page the start position is added.
     float getOffsetX() const;
     float getOffsetY() const;
+    /// Fills the drawing with the translated background colour by `printPolygon`, if the flag is set.
+    void fillBackground();
+    /// Draws the frame in the translated border colour by `printPolyLine`, if it has a width.
+    void strokeBorder();
     const SbVec2f &getPageSize() const { return m_pageSize; }
     const SbVec2f &getPageOrigin() const { return m_pageOrigin; }
     float getNominalMillimeters() const { return m_nominalWidth; }

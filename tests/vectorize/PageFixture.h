@@ -63,8 +63,9 @@ private:
     std::string m_path;
 };
 
-/// The complete page that `action` makes of `scene`.
-inline std::string pageOf(SoVectorizePSAction &action, SoNode *scene) {
+/// The complete page that `action`, a driver of any format, makes of `scene`.
+template <class Action>
+std::string pageOf(Action &action, SoNode *scene) {
     const TemporaryFile file;
     EXPECT_TRUE(action.getOutput()->openFile(file.name()));
     action.apply(scene);
