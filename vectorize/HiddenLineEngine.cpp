@@ -150,54 +150,60 @@ void HiddenLineEngine::buildIndex() {
     m_nodes.clear();
     if (m_faces.empty())
         return;
-    Node root{m_faces[0].box, 0, static_cast<std::uint32_t>(m_faces.size())};
-    float zMax = m_faces[0].zMax;
-    for (const Face &face : m_faces) {
-        root.box.include(face.box);
-        zMax = std::max(zMax, face.zMax);
-    }
-    // A perspective view presses z together: each direction is measured by the whole of it.
-    const auto inverse = [](float extent) { return extent > 0 ? 1 / extent : 0.0f; };
-    const SbVec3f scale(inverse(root.box.xMax - root.box.xMin), inverse(root.box.yMax - root.box.yMin),
-                        inverse(zMax - root.box.zMin));
-    m_nodes.push_back(root);
-    divide(0, scale);
+    m_nodes.push_back(nodeOf(0, static_cast<std::uint32_t>(m_faces.size())));
+    divide(0);
 }
 
-/// Halves the faces of a node, by the middles of their boxes, in the direction in which they spread most.
-void HiddenLineEngine::divide(std::uint32_t node, const SbVec3f &scale) {
+HiddenLineEngine::Node HiddenLineEngine::nodeOf(std::uint32_t first, std::uint32_t numFaces) const {
+    Node node{m_faces[first].box, first, numFaces};
+    for (const Face &face : std::span(m_faces).subspan(first, numFaces))
+        node.box.include(face.box);
+    return node;
+}
+
+/// Twice the middle of a face.
+SbVec3f HiddenLineEngine::middleOf(const Face &face) {
+    return SbVec3f(face.box.xMin + face.box.xMax, face.box.yMin + face.box.yMax, face.box.zMin + face.zMax);
+}
+
+/// The direction in which a division tells the faces best apart. A segment meets all boxes in front of it, so
+/// that depth tells least: it is taken where the faces lie on each other.
+int HiddenLineEngine::axisOf(std::span<const Face> faces) {
+    SbVec3f low = middleOf(faces[0]), high = low;
+    double width = 0, height = 0;
+    for (const Face &face : faces) {
+        const SbVec3f middle = middleOf(face);
+        for (int k = 0; k < 3; ++k) {
+            low[k] = std::min(low[k], middle[k]);
+            high[k] = std::max(high[k], middle[k]);
+        }
+        width += face.box.xMax - face.box.xMin;
+        height += face.box.yMax - face.box.yMin;
+    }
+    const SbVec3f spread = (high - low) / 2;
+    const auto count = static_cast<double>(faces.size());
+    const double alongX = spread[0] - width / count, alongY = spread[1] - height / count;
+    return std::max(alongX, alongY) <= 0 && spread[2] > 0 ? 2 : alongX >= alongY ? 0 : 1;
+}
+
+/// Halves the faces of a node, by their middles.
+void HiddenLineEngine::divide(std::uint32_t node) {
     const std::uint32_t first = m_nodes[node].first, count = m_nodes[node].numFaces;
     if (count <= kFacesInLeaf)
         return;
     const std::span faces = std::span(m_faces).subspan(first, count);
-    const auto middle = [&](const Face &f) {
-        return SbVec3f((f.box.xMin + f.box.xMax) * scale[0], (f.box.yMin + f.box.yMax) * scale[1],
-                       (f.box.zMin + f.zMax) * scale[2]);
-    };
-    SbVec3f low = middle(faces[0]), high = low;
-    for (const Face &face : faces) {
-        const SbVec3f m = middle(face);
-        for (int k = 0; k < 3; ++k) {
-            low[k] = std::min(low[k], m[k]);
-            high[k] = std::max(high[k], m[k]);
-        }
-    }
-    const SbVec3f spread = high - low;
-    const int axis = spread[0] >= spread[1] && spread[0] >= spread[2] ? 0 : spread[1] >= spread[2] ? 1 : 2;
+    const int axis = axisOf(faces);
     const std::uint32_t half = count / 2;
-    std::nth_element(faces.begin(), faces.begin() + half, faces.end(),
-                     [&](const Face &a, const Face &b) { return middle(a)[axis] < middle(b)[axis]; });
+    std::nth_element(faces.begin(), faces.begin() + half, faces.end(), [axis](const Face &a, const Face &b) {
+        return middleOf(a)[axis] < middleOf(b)[axis];
+    });
     const auto children = static_cast<std::uint32_t>(m_nodes.size());
     m_nodes[node].first = children;
     m_nodes[node].numFaces = 0;
-    for (const auto &[start, number] : {std::pair{first, half}, std::pair{first + half, count - half}}) {
-        Node child{m_faces[start].box, start, number};
-        for (const Face &face : std::span(m_faces).subspan(start, number))
-            child.box.include(face.box);
-        m_nodes.push_back(child);
-    }
-    divide(children, scale);
-    divide(children + 1, scale);
+    m_nodes.push_back(nodeOf(first, half));
+    m_nodes.push_back(nodeOf(first + half, count - half));
+    divide(children);
+    divide(children + 1);
 }
 
 // ------------------------------------------------------------------------------------------ visible parts

@@ -76,7 +76,10 @@ private:
 
     bool addPlane(std::span<const SbVec3f> ring, int owner);
     void addTriangles(std::span<const SbVec3f> ring, int owner);
-    void divide(std::uint32_t node, const SbVec3f &scale);
+    static SbVec3f middleOf(const Face &face);
+    static int axisOf(std::span<const Face> faces);
+    Node nodeOf(std::uint32_t first, std::uint32_t numFaces) const;
+    void divide(std::uint32_t node);
     static bool isNear(const Box &box, const Segment &segment);
     void hideBy(const Face &face, const Segment &segment);
     bool insideOf(const Face &face, const Segment &segment, LinePart &part) const;
