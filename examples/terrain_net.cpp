@@ -50,8 +50,8 @@ SoNode *newSurface(PbRegularCartesianGrid2D &terrain) {
 SoNode *newNet(PbRegularCartesianGrid2D &terrain) {
     auto *net = new PoMeshLines;
     net->setMesh(&terrain);
-    net->set("appearance.drawStyle { lineWidth 0.7 }");
-    SoSeparator *group = newInk(0.45f, 0.5f, 0.55f);
+    net->set("appearance.drawStyle { lineWidth 1 }");
+    SoSeparator *group = newInk(0.5f, 0.55f, 0.6f);
     group->addChild(net);
     return group;
 }
