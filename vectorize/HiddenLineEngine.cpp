@@ -38,17 +38,13 @@ double doubleArea(std::span<const SbVec3f> ring) {
     return sum;
 }
 
-/// Convex in x and y: no corner turns against `area`, and the ring goes around once.
+/// Convex in x and y: no corner turns against `area`.
 bool isConvex(std::span<const SbVec3f> ring, double area) {
     const std::size_t n = ring.size();
-    int signChanges = 0;
-    for (std::size_t i = 0; i < n; ++i) {
-        const SbVec3f &a = ring[i], &b = ring[(i + 1) % n], &c = ring[(i + 2) % n];
-        if (cross(a, b, c) * area < 0)
+    for (std::size_t i = 0; i < n; ++i)
+        if (cross(ring[i], ring[(i + 1) % n], ring[(i + 2) % n]) * area < 0)
             return false;
-        signChanges += (b[0] > a[0]) != (c[0] > b[0]);
-    }
-    return signChanges <= 2;
+    return true;
 }
 
 } // namespace
@@ -63,17 +59,15 @@ void HiddenLineEngine::Box::include(const Box &other) {
 
 // --------------------------------------------------------------------------------------------------- faces
 
-void HiddenLineEngine::addFace(std::span<const SbVec3f> ring, int owner) {
-    while (ring.size() > 1 && ring.front() == ring.back())
-        ring = ring.first(ring.size() - 1);
+void HiddenLineEngine::addFace(std::span<const SbVec3f> ring) {
     if (ring.size() < 3)
         return;
-    if (!isConvex(ring, doubleArea(ring)) || !addPlane(ring, owner))
-        addTriangles(ring, owner);
+    if (!isConvex(ring, doubleArea(ring)) || !addPlane(ring))
+        addTriangles(ring);
 }
 
 /// Adds a convex ring as one face, or nothing where it is too narrow to hide; false when it is not plane.
-bool HiddenLineEngine::addPlane(std::span<const SbVec3f> ring, int owner) {
+bool HiddenLineEngine::addPlane(std::span<const SbVec3f> ring) {
     const double area = doubleArea(ring);
     double nx = 0, ny = 0, longest = 0;
     for (std::size_t i = 0; i < ring.size(); ++i) { // the normal after M. Newell
@@ -85,7 +79,6 @@ bool HiddenLineEngine::addPlane(std::span<const SbVec3f> ring, int owner) {
     if (!(std::fabs(area) > 2 * kOutside * longest))
         return true;
     Face face{};
-    face.owner = owner;
     face.slopeX = -nx / area;
     face.slopeY = -ny / area;
     const double slope = std::hypot(face.slopeX, face.slopeY);
@@ -115,7 +108,7 @@ bool HiddenLineEngine::addPlane(std::span<const SbVec3f> ring, int owner) {
 }
 
 /// Cuts one ear after the other off the ring.
-void HiddenLineEngine::addTriangles(std::span<const SbVec3f> ring, int owner) {
+void HiddenLineEngine::addTriangles(std::span<const SbVec3f> ring) {
     const double side = doubleArea(ring) < 0 ? -1 : 1;
     std::vector<SbVec3f> rest(ring.begin(), ring.end());
     const auto isEar = [&](std::size_t i) {
@@ -137,7 +130,7 @@ void HiddenLineEngine::addTriangles(std::span<const SbVec3f> ring, int owner) {
             ++tried;
             continue;
         }
-        addPlane(std::array{rest[i], rest[(i + 1) % n], rest[(i + 2) % n]}, owner);
+        addPlane(std::array{rest[i], rest[(i + 1) % n], rest[(i + 2) % n]});
         rest.erase(rest.begin() + static_cast<std::ptrdiff_t>((i + 1) % n));
         tried = 0;
     }
@@ -194,9 +187,8 @@ void HiddenLineEngine::divide(std::uint32_t node) {
     const std::span faces = std::span(m_faces).subspan(first, count);
     const int axis = axisOf(faces);
     const std::uint32_t half = count / 2;
-    std::nth_element(faces.begin(), faces.begin() + half, faces.end(), [axis](const Face &a, const Face &b) {
-        return middleOf(a)[axis] < middleOf(b)[axis];
-    });
+    std::nth_element(faces.begin(), faces.begin() + half, faces.end(),
+                     [axis](const Face &a, const Face &b) { return middleOf(a)[axis] < middleOf(b)[axis]; });
     const auto children = static_cast<std::uint32_t>(m_nodes.size());
     m_nodes[node].first = children;
     m_nodes[node].numFaces = 0;
@@ -220,7 +212,7 @@ bool HiddenLineEngine::isNear(const Box &box, const Segment &s) {
     return std::fabs(s.dx * y - s.dy * x) <= (std::fabs(s.dx) * height + std::fabs(s.dy) * width) / 2;
 }
 
-std::span<const LinePart> HiddenLineEngine::visibleParts(const SbVec3f &from, const SbVec3f &to, int owner) {
+std::span<const LinePart> HiddenLineEngine::visibleParts(const SbVec3f &from, const SbVec3f &to) {
     Segment s{};
     s.from = from;
     s.dx = static_cast<double>(to[0]) - from[0];
@@ -229,7 +221,6 @@ std::span<const LinePart> HiddenLineEngine::visibleParts(const SbVec3f &from, co
     s.box = {from[0], from[1], from[0], from[1], from[2]};
     s.box.include({to[0], to[1], to[0], to[1], to[2]});
     s.zMax = std::max(from[2], to[2]);
-    s.owner = owner;
     const double length = std::hypot(s.dx, s.dy);
     m_shortest = length > 4 * kShortest ? kShortest / length : 0.25;
     m_hidden.clear();
@@ -244,7 +235,7 @@ std::span<const LinePart> HiddenLineEngine::visibleParts(const SbVec3f &from, co
     while (top > 0 && !isHiddenAll()) {
         const Node &node = m_nodes[stack[--top]];
         for (const Face &face : std::span(m_faces).subspan(node.numFaces ? node.first : 0, node.numFaces))
-            if (face.owner != owner && isNear(face.box, s))
+            if (isNear(face.box, s))
                 hideBy(face, s);
         if (node.numFaces > 0)
             continue;

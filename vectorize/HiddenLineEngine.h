@@ -20,9 +20,9 @@ struct LinePart {
 ///
 /// \code
 ///   HiddenLineEngine engine;
-///   engine.addFace(triangle, 0);
+///   engine.addFace(triangle);
 ///   engine.buildIndex();
-///   for (const LinePart &part : engine.visibleParts(from, to, 1)) ...
+///   for (const LinePart &part : engine.visibleParts(from, to)) ...
 /// \endcode
 ///
 /// A face hides what lies behind it, its outline included. What lies in its plane is not behind it: the edges
@@ -35,15 +35,14 @@ struct LinePart {
 class HiddenLineEngine {
 public:
     /// A plane polygon, whose ring closes by itself, in either direction. One that is not convex or not plane
-    /// hides what its triangles hide; one that is seen from the edge hides nothing. Segments of the same
-    /// `owner` are not hidden by it.
-    void addFace(std::span<const SbVec3f> ring, int owner);
+    /// hides what its triangles hide; one that is seen from the edge hides nothing.
+    void addFace(std::span<const SbVec3f> ring);
 
     /// To be called when all faces are there.
     void buildIndex();
 
     /// The visible parts of a segment, in order. They are valid until the next call.
-    std::span<const LinePart> visibleParts(const SbVec3f &from, const SbVec3f &to, int owner);
+    std::span<const LinePart> visibleParts(const SbVec3f &from, const SbVec3f &to);
 
 private:
     struct Box {
@@ -55,7 +54,6 @@ private:
     struct Face {
         Box box;
         float zMax;
-        int owner;
         std::uint32_t firstCorner, numCorners; ///< counterclockwise
         double slopeX, slopeY, height;
         double tolerance; ///< how far behind the plane still counts as in it
@@ -71,11 +69,10 @@ private:
         double dx, dy, dz;
         Box box;
         float zMax;
-        int owner;
     };
 
-    bool addPlane(std::span<const SbVec3f> ring, int owner);
-    void addTriangles(std::span<const SbVec3f> ring, int owner);
+    bool addPlane(std::span<const SbVec3f> ring);
+    void addTriangles(std::span<const SbVec3f> ring);
     static SbVec3f middleOf(const Face &face);
     static int axisOf(std::span<const Face> faces);
     Node nodeOf(std::uint32_t first, std::uint32_t numFaces) const;

@@ -78,7 +78,7 @@ struct SoHiddenLines::Lines {
         return std::span(points).subspan(line.first, line.numPoints);
     }
     void index();
-    void show(const Line &line, int owner);
+    void show(const Line &line);
     void addPart(const SbVec3f &from, const SbVec3f &to, const oravane::LinePart &part, const Line &line);
     void endChain(const Line &line);
 };
@@ -120,8 +120,8 @@ void SoHiddenLines::addPolyline(const SbVec4f *points, int n, const SbColor &col
 SoHiddenLines::Polyline *SoHiddenLines::computeHiddenLines(int &count) {
     Lines &all = *m_lines;
     all.index();
-    for (std::size_t i = 0; i < all.lines.size(); ++i)
-        all.show(all.lines[i], static_cast<int>(i));
+    for (const Lines::Line &line : all.lines)
+        all.show(line);
     count = static_cast<int>(all.visible.size());
     auto result = count > 0 ? std::make_unique<Polyline[]>(all.visible.size()) : nullptr;
     std::ranges::move(all.visible, result.get());
@@ -132,20 +132,20 @@ SoHiddenLines::Polyline *SoHiddenLines::computeHiddenLines(int &count) {
 void SoHiddenLines::Lines::index() {
     engine = {};
     drawnEdges.clear();
-    for (std::size_t i = 0; i < lines.size(); ++i)
-        if (lines[i].isPolygon)
-            engine.addFace(pointsOf(lines[i]), static_cast<int>(i));
+    for (const Line &line : lines)
+        if (line.isPolygon)
+            engine.addFace(pointsOf(line));
     engine.buildIndex();
 }
 
-void SoHiddenLines::Lines::show(const Line &line, int owner) {
+void SoHiddenLines::Lines::show(const Line &line) {
     const std::span<const SbVec3f> p = pointsOf(line);
     const bool closes = line.isPolygon && p.size() > 2 && p.front() != p.back();
     for (std::size_t i = 0; i + (closes ? 0 : 1) < p.size(); ++i) {
         const SbVec3f &from = p[i], &to = p[i + 1 < p.size() ? i + 1 : 0];
         if (line.isPolygon && !drawnEdges.insert(edgeOf(from, to, appearances[line.appearance])).second)
             continue;
-        for (const oravane::LinePart &part : engine.visibleParts(from, to, owner))
+        for (const oravane::LinePart &part : engine.visibleParts(from, to))
             addPart(from, to, part, line);
     }
     endChain(line);

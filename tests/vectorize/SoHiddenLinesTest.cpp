@@ -121,6 +121,47 @@ TEST(SoHiddenLines, WhatLiesInAPlaneIsNotHiddenByIt) {
     }
 }
 
+TEST(SoHiddenLines, TolerancesAllowForFloats) {
+    const Points sheet = rectangle(-1, -1, 1, 1, 0);
+    const auto shifted = [](float dx, float dz) { // along a plane with a slope of 100
+        return Points{{-0.004f + dx, -0.5f, -0.4f + dz, 1}, {0.003f + dx, 0.5f, 0.3f + dz, 1}};
+    };
+    const Points slope{{-0.01f, -1, -1, 1}, {0.01f, -1, 1, 1}, {0.01f, 1, 1, 1}, {-0.01f, 1, -1, 1}};
+    const Points wall{{0, -1, -1, 1}, {0.001f, -1, 1, 1}, {0.001f, 1, 1, 1}, {0, 1, -1, 1}};
+    const float seam = 0.3f, besideSeam = seam + 1e-7f;
+    const struct {
+        const char *name;
+        std::vector<Points> polygons;
+        Points line;
+        bool isVisible;
+    } rows[] = {
+        {"just behind a plane", {sheet}, {{-.5f, 0, 3e-7f, 1}, {.5f, .1f, 3e-7f, 1}}, true},
+        {"behind it", {sheet}, {{-.5f, 0, 1e-5f, 1}, {.5f, .1f, 1e-5f, 1}}, false},
+        {"beside a place on a slope", {slope}, shifted(-2e-6f, 0), true},
+        {"behind a slope", {slope}, shifted(0, 2e-3f), false},
+        {"behind all of a steep wall",
+         {wall},
+         {{9.99e-4f, -.5f, 1.003f, 1}, {9.99e-4f, .5f, 1.003f, 1}},
+         false},
+        {"behind a seam that does not quite close",
+         {rectangle(-1, -1, seam, 1, 0), rectangle(besideSeam, -1, 1, 1, 0)},
+         {{seam + 5e-8f, -.5f, .5f, 1}, {seam + 5e-8f, .5f, .5f, 1}},
+         false},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.name);
+        SoHiddenLines lines;
+        addPolyline(lines, row.line, SbColor(1, 0, 0));
+        for (const Points &polygon : row.polygons)
+            addPolygon(lines, polygon);
+        const Visible visible(lines);
+        EXPECT_EQ(visible.lines[0].color == SbColor(1, 0, 0), row.isVisible);
+        if (row.isVisible) { // as a whole
+            EXPECT_EQ(visible[0][1], SbVec4f(row.line[1][0], row.line[1][1], 0, 0));
+        }
+    }
+}
+
 TEST(SoHiddenLines, ABoxShowsTheEdgesOfItsNearFaces) {
     // Seen along each of many directions, the straight ones included, as quadrangles: 9, 7 or 4 of its 12
     // edges.
@@ -154,33 +195,41 @@ TEST(SoHiddenLines, ABoxShowsTheEdgesOfItsNearFaces) {
     }
 }
 
+TEST(SoHiddenLines, ACommonEdgeIsReturnedOnceForEachAppearance) {
+    const Points one{{0, 0, 0, 1}, {1, 0, 0, 1}, {1, 1, 0, 1}};
+    const Points two{{-0.0f, 0, 0, 1}, {1, 1, 0, 1}, {0, 1, 0, 1}};
+    const double diagonal = std::sqrt(2.0);
+    const struct {
+        SbColor color;
+        float width;
+        unsigned short pattern;
+        double length;
+    } rows[] = {{kBlack, 1, 0xFFFF, 4 + diagonal},
+                {SbColor(0, 0, 1), 1, 0xFFFF, 4 + 2 * diagonal},
+                {kBlack, 2, 0xFFFF, 4 + 2 * diagonal},
+                {kBlack, 1, 0x0F0F, 4 + 2 * diagonal}};
+    for (const auto &row : rows) {
+        SoHiddenLines lines;
+        addPolygon(lines, one);
+        lines.addPolygon(two.data(), 3, row.color, row.width, row.pattern);
+        EXPECT_NEAR(Visible(lines).length(), row.length, 1e-6);
+        EXPECT_NEAR(Visible(lines).length(), row.length, 1e-6) << "again";
+    }
+}
+
 TEST(SoHiddenLines, ShapesOfPolygons) {
     const Points line{{-0.9f, 0.3f, 0.5f, 1}, {0.9f, 0.3f, 0.5f, 1}};
+    Points comb{{.8f, -.5f, 0, 1}, {-.8f, -.5f, 0, 1}};
+    for (const float x : {-.8f, -.4f, 0.f, .4f})
+        for (const auto &[dx, y] : {std::pair(0.f, .5f), {.1f, .5f}, {.1f, -.2f}, {.4f, -.2f}})
+            comb.emplace_back(x + dx, y, 0.f, 1.f);
     const struct {
         const char *name;
         Points polygon;
         double visible; ///< of the line, which is 1.8 long
     } rows[] = {
-        {"a U with two arms",
-         {{-.6f, -.6f, 0, 1},
-          {.6f, -.6f, 0, 1},
-          {.6f, .6f, 0, 1},
-          {.4f, .6f, 0, 1},
-          {.4f, -.4f, 0, 1},
-          {-.4f, -.4f, 0, 1},
-          {-.4f, .6f, 0, 1},
-          {-.6f, .6f, 0, 1}},
-         1.4},
-        {"the other way round",
-         {{-.6f, .6f, 0, 1},
-          {-.4f, .6f, 0, 1},
-          {-.4f, -.4f, 0, 1},
-          {.4f, -.4f, 0, 1},
-          {.4f, .6f, 0, 1},
-          {.6f, .6f, 0, 1},
-          {.6f, -.6f, 0, 1},
-          {-.6f, -.6f, 0, 1}},
-         1.4},
+        {"a comb", comb, 1.8 - 4 * 0.1},
+        {"the other way round", {comb.rbegin(), comb.rend()}, 1.8 - 4 * 0.1},
         {"closed by its first point",
          {{0, 0, 0, 1}, {.5f, 0, 0, 1}, {.5f, .5f, 0, 1}, {0, .5f, 0, 1}, {0, 0, 0, 1}},
          1.3},
