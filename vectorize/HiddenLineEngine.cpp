@@ -218,8 +218,9 @@ std::span<const LinePart> HiddenLineEngine::visibleParts(const SbVec3f &from, co
     s.dx = static_cast<double>(to[0]) - from[0];
     s.dy = static_cast<double>(to[1]) - from[1];
     s.dz = static_cast<double>(to[2]) - from[2];
-    s.box = {from[0], from[1], from[0], from[1], from[2]};
-    s.box.include({to[0], to[1], to[0], to[1], to[2]});
+    constexpr float kAround = 2 * kOutside;
+    s.box = {from[0] - kAround, from[1] - kAround, from[0] + kAround, from[1] + kAround, from[2]};
+    s.box.include({to[0] - kAround, to[1] - kAround, to[0] + kAround, to[1] + kAround, to[2]});
     s.zMax = std::max(from[2], to[2]);
     const double length = std::hypot(s.dx, s.dy);
     m_shortest = length > 4 * kShortest ? kShortest / length : 0.25;
