@@ -51,7 +51,7 @@ SoNode *newNet(PbRegularCartesianGrid2D &terrain) {
     auto *net = new PoMeshLines;
     net->setMesh(&terrain);
     net->set("appearance.drawStyle { lineWidth 1 }");
-    SoSeparator *group = newInk(0.5f, 0.55f, 0.6f);
+    SoSeparator *group = newInk(0.6f, 0.64f, 0.7f);
     group->addChild(net);
     return group;
 }

@@ -14,6 +14,7 @@ ORAVANE_VECTORIZE_BEGIN
 namespace {
 
 constexpr float kUnitsPerMillimeter = 40;
+constexpr float kPointInMillimeters = 0.35277778f;
 constexpr int kPaletteSize = 256;
 constexpr unsigned short kSolid = 0xFFFF;
 constexpr int kRealDigits = 6;         ///< as "%f"
@@ -323,15 +324,17 @@ void SoVectorizeHPGLAction::printPolyMark(const SbVec4f *points, int n, const Sb
 
 void SoVectorizeHPGLAction::printText2(SbVec4f point, SbColor color, const char *fontName, float size,
                                        const char *string, int justification, float angle) {
-    if (!(size >= kLeastWritten) || !std::isfinite(size))
+    // Devices count the heights of letters in points, of which the nominal width is one at first.
+    const float height = size * (getNominalMillimeters() / kPointInMillimeters);
+    if (!(height >= kLeastWritten) || !std::isfinite(height))
         return;
     selectPen(assignColor(color, getNominalMillimeters()));
     oravane::PageText &text = m_page->text;
     const char *const name = fontName ? fontName : "";
-    if (size != m_page->fontSize || name != m_page->fontName) {
-        m_page->fontSize = size;
+    if (height != m_page->fontSize || name != m_page->fontName) {
+        m_page->fontSize = height;
         m_page->fontName = name;
-        (text << "SD2,1,4,").fixed2(size) << "SS";
+        (text << "SD2,1,4,").fixed2(height) << "SS";
     }
     if (justification != m_page->justification) {
         m_page->justification = justification;

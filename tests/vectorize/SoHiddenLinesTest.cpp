@@ -214,6 +214,8 @@ TEST(SoHiddenLines, ACommonEdgeIsReturnedOnceForEachAppearance) {
         lines.addPolygon(two.data(), 3, row.color, row.width, row.pattern);
         EXPECT_NEAR(Visible(lines).length(), row.length, 1e-6);
         EXPECT_NEAR(Visible(lines).length(), row.length, 1e-6) << "again";
+        addPolyline(lines, {one[0], one[2]});
+        EXPECT_NEAR(Visible(lines).length(), row.length + diagonal, 1e-6) << "a line of its own";
     }
 }
 
