@@ -5,6 +5,8 @@
 
 #include <oravane/SoVectorizeHPGLAction.h>
 
+#include <Inventor/elements/SoViewportRegionElement.h>
+#include <Inventor/nodes/SoCallback.h>
 #include <Inventor/nodes/SoMarkerSet.h>
 
 #include <cmath>
@@ -208,18 +210,24 @@ const std::string kEverything =
 TEST(SoVectorizeHPGLAction, EveryModeGivesAGoodPage) {
     const Scene scene(view(kEverything));
     SoVectorizeHPGLAction action;
-    for (const int mode : {0, 1, 2, 3}) {
+    const auto pageIn = [&](int mode) {
         action.setHLHSRMode(static_cast<SoVectorizeAction::HLHSRMode>(mode));
-        const std::string page = pageOf(action, scene);
-        const HpglReader read(page);
+        return pageOf(action, scene);
+    };
+    std::vector<std::string> pages;
+    for (const int mode : {0, 1, 2, 3}) {
+        pages.push_back(pageIn(mode));
+        const HpglReader read(pages.back());
         EXPECT_EQ(read.error, "") << mode;
         EXPECT_EQ(read.polygons.size() >= 2, mode != SoVectorizeAction::HLHSR_LINE_REMOVAL);
+        EXPECT_GE(read.lines.size(), 10u);
         EXPECT_EQ(read.marks.size(), 4u);
         EXPECT_EQ(read.labels, (std::vector<std::string>{"Depth (m)", "second"}));
-        const CommaLocale locale;
-        EXPECT_TRUE(locale.isSet) << "the package locales has one with a decimal comma";
-        EXPECT_EQ(pageOf(action, scene), page) << "nothing is left of the page before";
     }
+    const CommaLocale locale;
+    EXPECT_TRUE(locale.isSet) << "the package locales has one with a decimal comma";
+    for (const int mode : {0, 1, 2, 3})
+        EXPECT_EQ(pageIn(mode), pages[mode]) << "nothing is left of the page before";
 }
 
 TEST(SoVectorizeHPGLAction, BadNumbersLeaveAGoodPage) {
@@ -277,6 +285,25 @@ TEST(SoVectorizeHPGLAction, SeveralDrawingsOnAPage) {
     EXPECT_EQ(count(page, "IW;\nSP255PU4200,4240"), 1) << "the window before would hide this background";
     EXPECT_EQ(count(page, "IW;"), 1);
     EXPECT_EQ(count(page, "IW4200.000000,4240.000000,7400.000000,7440.000000;\n"), 1);
+}
+
+/// A callback node's function: the view is the right half of the window.
+void enterRightHalf(void *, SoAction *action) {
+    SbViewportRegion region = SoViewportRegionElement::get(action->getState());
+    region.setViewport(0.5f, 0.25f, 0.5f, 0.5f);
+    SoViewportRegionElement::set(action->getState(), region);
+}
+
+TEST(SoVectorizeHPGLAction, EachViewHasItsWindow) {
+    const std::string part = kCamera + kPlain + kTriangle;
+    const Scene scene("Separator { Separator { " + part + "} Separator { Callback { } " + part + "} }");
+    scene.child<SoCallback>(1, 0)->setCallback(enterRightHalf);
+    SoVectorizeHPGLAction action;
+    action.setDrawingDimensions(100, 80, kMillimeter);
+    action.setStartPosition(0, 5, kMillimeter);
+    const std::string page = pageOf(action, scene);
+    EXPECT_EQ(count(page, "LA1,1,2,6,3,1.50\nIW0.000000,200.000000,4000.000000,3400.000000;\nSP"), 1);
+    EXPECT_EQ(count(page, "FP\nIW2000.000000,1000.000000,4000.000000,2600.000000;\nPU2000,1000PMPE"), 1);
 }
 
 } // namespace
