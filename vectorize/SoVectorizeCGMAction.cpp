@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <map>
 #include <string>
 #include <unordered_map>
@@ -268,18 +269,17 @@ float SoVectorizeCGMAction::pageLength(float multiple) const {
 /// The entry of the table at the smallest distance; the first of several.
 int SoVectorizeCGMAction::Page::nearestIndex(const ColorBytes &color) {
     const auto [place, isNew] = nearest.try_emplace(packed(color), 0);
-    if (isNew) {
-        const auto distance = [&](const ColorBytes &entry) {
-            int sum = 0;
-            for (int k = 0; k < 3; ++k)
-                sum += (entry[k] - color[k]) * (entry[k] - color[k]);
-            return sum;
-        };
-        const auto best =
-            std::min_element(table.begin(), table.end(), [&](const ColorBytes &a, const ColorBytes &b) {
-                return distance(a) < distance(b);
-            });
-        place->second = static_cast<int>(best - table.begin());
+    if (!isNew)
+        return place->second;
+    int least = std::numeric_limits<int>::max();
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        int distance = 0;
+        for (int k = 0; k < 3; ++k)
+            distance += (table[i][k] - color[k]) * (table[i][k] - color[k]);
+        if (distance < least) {
+            least = distance;
+            place->second = static_cast<int>(i);
+        }
     }
     return place->second;
 }
