@@ -168,6 +168,17 @@ TEST(SoVectorizeCGMAction, LinesInClearText) {
               "LINECAP 4 1;\nLINEJOIN 3;\nMITRELIMIT 1.500000;\n" + solid + points +
                   "LINEEDGETYPEDEF -1 5.65 4 12 ;\nLINECAP 4 1;\nLINEJOIN 3;\nMITRELIMIT 1.500000;\n" +
                   points + points);
+    std::string ends, joins;
+    for (const int style : {0, 1, 2, 3, 4, 5}) {
+        Driver driver(3, true);
+        driver.setLineEndStyle(static_cast<SoVectorizeAction::EndLineStyle>(style % 4));
+        driver.setLineJoinsStyle(static_cast<SoVectorizeAction::JoinLineStyle>(style));
+        const std::string page = driver.page([](Driver &d) { d.line(2); });
+        ends += summary(page, "LINECAP");
+        joins += summary(page, "LINEJOIN");
+    }
+    EXPECT_EQ(ends, "LINECAP 2 1\nLINECAP 4 1\nLINECAP 5 1\nLINECAP 3 1\nLINECAP 2 1\nLINECAP 4 1\n");
+    EXPECT_EQ(joins, "LINEJOIN 4\nLINEJOIN 2\nLINEJOIN 2\nLINEJOIN 4\nLINEJOIN 3\nLINEJOIN 3\n");
 }
 
 TEST(SoVectorizeCGMAction, PolygonsAndMarksInClearText) {
