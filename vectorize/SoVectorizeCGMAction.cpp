@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <map>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -102,7 +104,7 @@ std::vector<BitBox> boxesOf(const oravane::MarkerBits &marker) {
 
 } // namespace
 
-/// What the page's reader has been told; nothing stands for what it has not been told yet.
+/// The page that is being written, and what its reader has been told: nothing, where a value is missing.
 struct SoVectorizeCGMAction::Page {
     struct LineStyle {
         int cap = 0, join = 0;
@@ -110,6 +112,7 @@ struct SoVectorizeCGMAction::Page {
         bool operator==(const LineStyle &) const = default;
     };
 
+    SoVectorizeCGMAction &action;
     std::unique_ptr<oravane::CgmEncoder> encoder = oravane::makeCgmClearText();
     int version = 1;
     bool isIndexed = false;
@@ -124,11 +127,26 @@ struct SoVectorizeCGMAction::Page {
     std::optional<SbBox2f> clip;
     bool isFilled = false; ///< the interior style is set
 
+    explicit Page(SoVectorizeCGMAction &driver) : action(driver) {}
+    void send();
+    void writeMetafileDescriptor();
+    void writePictureDescriptor();
+    void makeColorTable();
+    void clipTo(const SbBox2f &box);
+    float pageLength(float multiple) const;
     int nearestIndex(const ColorBytes &color);
+    CgmColor pageColor(const SbColor &color, float width);
+    void assignColor(const oravane::CgmElement &element, std::optional<CgmColor> &last,
+                     const CgmColor &color);
+    void assignLineStyle(unsigned short newPattern);
+    void assignTextStyle(const char *fontName, float height, int newJustification, float angle);
+    void writePoints(const oravane::CgmElement &element, const SbVec4f *points, int n);
+    void writeRuns(const oravane::CgmElement &element, const SbVec4f *points, int n, const SbColor *colors,
+                   int multicolor, float width);
 };
 
 SoVectorizeCGMAction::SoVectorizeCGMAction()
-    : m_cgmOutput(std::make_unique<SoCGMVectorOutput>()), m_page(std::make_unique<Page>()) {
+    : m_cgmOutput(std::make_unique<SoCGMVectorOutput>()), m_page(std::make_unique<Page>(*this)) {
     setOutput(m_cgmOutput.get());
 }
 
@@ -141,36 +159,36 @@ SoCGMVectorOutput *SoVectorizeCGMAction::getOutput() const {
 }
 
 /// Every operation ends with this, so that a driver's child may write to the stream between them.
-void SoVectorizeCGMAction::send() {
-    m_cgmOutput->write(m_page->encoder->view());
-    m_page->encoder->clear();
+void SoVectorizeCGMAction::Page::send() {
+    action.m_cgmOutput->write(encoder->view());
+    encoder->clear();
 }
 
 // ---------------------------------------------------------------------------------------- frame of the page
 
 void SoVectorizeCGMAction::writeHeader() {
-    *m_page = Page();
+    m_page = std::make_unique<Page>(*this);
     m_page->version = m_cgmOutput->getVersion();
     m_page->isIndexed = m_cgmOutput->isIndexed() != 0;
     if (m_cgmOutput->isBinary())
         m_page->encoder = oravane::makeCgmBinary();
     oravane::CgmEncoder &out = *m_page->encoder;
-    writeMetafileDescriptor();
-    writePictureDescriptor();
+    m_page->writeMetafileDescriptor();
+    m_page->writePictureDescriptor();
     out.constant(cgm::kBegPicBody, "BEGPICBODY;", {});
     out.constant(cgm::kVdcRealPrec, "VDCREALPREC -32767. 32767. 8;\n", {0, 9, 23});
     out.constant(cgm::kEdgeVis, "EDGEVIS OFF;", {0});
     if (m_page->isIndexed) {
-        makeColorTable();
+        m_page->makeColorTable();
         out.colorTable(m_page->table);
     }
-    send();
+    m_page->send();
 }
 
-void SoVectorizeCGMAction::writeMetafileDescriptor() {
-    oravane::CgmEncoder &out = *m_page->encoder;
+void SoVectorizeCGMAction::Page::writeMetafileDescriptor() {
+    oravane::CgmEncoder &out = *encoder;
     out.string(cgm::kBegMf, "PLOT CGM OUTPUT");
-    out.integers(cgm::kMfVersion, {m_page->version});
+    out.integers(cgm::kMfVersion, {version});
     out.string(cgm::kMfDesc, "PLOT CGM METAFILE OUTPUT");
     out.constant(cgm::kMfElemList, "MFELEMLIST 'DRAWINGPLUS';\n", {1, -1, 1});
     out.constant(cgm::kVdcType, "VDCTYPE REAL;\n", {1});
@@ -184,33 +202,32 @@ void SoVectorizeCGMAction::writeMetafileDescriptor() {
     out.fontList();
 }
 
-void SoVectorizeCGMAction::writePictureDescriptor() {
-    oravane::CgmEncoder &out = *m_page->encoder;
+void SoVectorizeCGMAction::Page::writePictureDescriptor() {
+    oravane::CgmEncoder &out = *encoder;
     out.string(cgm::kBegPic, out.isBinary() ? "Binary Image from PLOT" : "Clear Text Image from PLOT");
     out.constant(cgm::kScaleMode, "SCALEMODE METRIC 1.;\n", {1, 0x3F80, 0x0000}); // the real 1
     out.constant(cgm::kLineWidthMode, "LINEWIDTHMODE ABS;\n", {0});
     out.constant(cgm::kMarkerSizeMode, "MARKERSIZEMODE ABS;\n", {0});
     out.constant(cgm::kEdgeWidthMode, "EDGEWIDTHMODE ABS;\n", {0});
     SbColor background;
-    if (getBackgroundColor(&background) && !m_page->isIndexed)
-        out.color(cgm::kBackColr, {oravane::colorBytes(translateColor(background)), 3}, {});
-    if (m_page->isIndexed)
+    if (action.getBackgroundColor(&background) && !isIndexed)
+        out.color(cgm::kBackColr, {oravane::colorBytes(action.translateColor(background)), 3}, {});
+    if (isIndexed)
         out.constant(cgm::kColrMode, "COLRMODE INDEXED;\n", {0});
     else
         out.constant(cgm::kColrMode, "COLRMODE DIRECT;\n", {1});
-    const SbVec2f &low = getPageOrigin(), high = low + getPageSize();
+    const SbVec2f &low = action.getPageOrigin(), high = low + action.getPageSize();
     out.lengths(cgm::kVdcExt, {low[0], low[1], high[0], high[1]});
 }
 
 /// The background, then the pens; or, without pens, a palette that ends with white.
-void SoVectorizeCGMAction::makeColorTable() {
-    std::vector<ColorBytes> &table = m_page->table;
+void SoVectorizeCGMAction::Page::makeColorTable() {
     SbColor background;
-    if (getBackgroundColor(&background))
-        table.push_back(oravane::colorBytes(translateColor(background)));
-    for (int pen = 0; pen < getPenNum() && static_cast<int>(table.size()) < kTableSize; ++pen)
-        table.push_back(oravane::colorBytes(getPenColor(pen)));
-    if (getPenNum() > 0)
+    if (action.getBackgroundColor(&background))
+        table.push_back(oravane::colorBytes(action.translateColor(background)));
+    for (int pen = 0; pen < action.getPenNum() && static_cast<int>(table.size()) < kTableSize; ++pen)
+        table.push_back(oravane::colorBytes(action.getPenColor(pen)));
+    if (action.getPenNum() > 0)
         return;
     for (int k = 0; static_cast<int>(table.size()) < kTableSize - 1; ++k)
         table.push_back(oravane::paletteColor(k));
@@ -220,33 +237,33 @@ void SoVectorizeCGMAction::makeColorTable() {
 void SoVectorizeCGMAction::writeFooter() {
     m_page->encoder->constant(cgm::kEndPic, "\nENDPIC;", {});
     m_page->encoder->constant(cgm::kEndMf, "ENDMF;", {});
-    send();
+    m_page->send();
 }
 
 void SoVectorizeCGMAction::setHardwareClip() {
     m_page->clip.reset();
-    clipTo(getClippingLimits());
-    send();
+    m_page->clipTo(getClippingLimits());
+    m_page->send();
 }
 
 /// `box` is in mm of the drawing.
-void SoVectorizeCGMAction::clipTo(const SbBox2f &box) {
-    const SbVec2f offset(getOffsetX(), getOffsetY());
-    const SbBox2f clip(box.getMin() + offset, box.getMax() + offset);
-    if (m_page->clip == clip)
+void SoVectorizeCGMAction::Page::clipTo(const SbBox2f &box) {
+    const SbVec2f offset(action.getOffsetX(), action.getOffsetY());
+    const SbBox2f onPage(box.getMin() + offset, box.getMax() + offset);
+    if (clip == onPage)
         return;
-    m_page->clip = clip;
-    const SbVec2f &low = clip.getMin(), &high = clip.getMax();
-    m_page->encoder->lengths(cgm::kClipRect, {low[0], low[1], high[0], high[1]});
+    clip = onPage;
+    const SbVec2f &low = onPage.getMin(), &high = onPage.getMax();
+    encoder->lengths(cgm::kClipRect, {low[0], low[1], high[0], high[1]});
 }
 
 void SoVectorizeCGMAction::printBackground() {
     if (!getBackgroundColor(nullptr))
         return;
     if (m_page->clip) // that of another drawing
-        clipTo(SbBox2f(0, 0, getWidth(), getHeight()));
+        m_page->clipTo(SbBox2f(0, 0, getWidth(), getHeight()));
     fillBackground();
-    send();
+    m_page->send();
 }
 
 void SoVectorizeCGMAction::printBorder() {
@@ -254,75 +271,75 @@ void SoVectorizeCGMAction::printBorder() {
     getBorder(&borderWidth, nullptr);
     if (borderWidth <= 0)
         return;
-    clipTo(SbBox2f(0, 0, getWidth(), getHeight()));
+    m_page->clipTo(SbBox2f(0, 0, getWidth(), getHeight()));
     strokeBorder();
-    send();
+    m_page->send();
 }
 
 // --------------------------------------------------------------------------------------- current attributes
 
-float SoVectorizeCGMAction::pageLength(float multiple) const {
-    return oravane::orOne(multiple) * std::max(getNominalMillimeters(), 0.0f);
+float SoVectorizeCGMAction::Page::pageLength(float multiple) const {
+    return oravane::orOne(multiple) * std::max(action.getNominalMillimeters(), 0.0f);
 }
 
 /// The entry of the table at the smallest distance; the first of several.
 int SoVectorizeCGMAction::Page::nearestIndex(const ColorBytes &color) {
     const auto [place, isNew] = nearest.try_emplace(packed(color), 0);
-    if (isNew) {
-        const auto distance = [&](const ColorBytes &entry) {
-            int sum = 0;
-            for (int k = 0; k < 3; ++k)
-                sum += (entry[k] - color[k]) * (entry[k] - color[k]);
-            return sum;
-        };
-        const auto best =
-            std::min_element(table.begin(), table.end(), [&](const ColorBytes &a, const ColorBytes &b) {
-                return distance(a) < distance(b);
-            });
-        place->second = static_cast<int>(best - table.begin());
+    if (!isNew)
+        return place->second;
+    int least = std::numeric_limits<int>::max();
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        int distance = 0;
+        for (int k = 0; k < 3; ++k)
+            distance += (table[i][k] - color[k]) * (table[i][k] - color[k]);
+        if (distance < least) {
+            least = distance;
+            place->second = static_cast<int>(i);
+        }
     }
     return place->second;
 }
 
-CgmColor SoVectorizeCGMAction::pageColor(const SbColor &color, float width) {
+CgmColor SoVectorizeCGMAction::Page::pageColor(const SbColor &color, float width) {
     ColorBytes bytes;
-    if (getPenNum() > 0) {
+    if (action.getPenNum() > 0) {
         int pen = 0;
-        penAssignment(color, width, &pen, nullptr);
-        bytes = oravane::colorBytes(getPenColor(pen));
+        action.penAssignment(color, width, &pen, nullptr);
+        bytes = oravane::colorBytes(action.getPenColor(pen));
     } else {
         bytes = oravane::colorBytes(color);
     }
-    if (m_page->isIndexed)
-        return {{m_page->nearestIndex(bytes)}, 1};
+    if (isIndexed)
+        return {{nearestIndex(bytes)}, 1};
     return {bytes, 3};
 }
 
-void SoVectorizeCGMAction::assignColor(const oravane::CgmElement &element, std::optional<CgmColor> &last,
-                                       const CgmColor &color) {
+void SoVectorizeCGMAction::Page::assignColor(const oravane::CgmElement &element,
+                                             std::optional<CgmColor> &last, const CgmColor &color) {
     if (last == color)
         return;
     last = color;
-    m_page->encoder->color(element, color, {});
+    encoder->color(element, color, {});
 }
 
-void SoVectorizeCGMAction::assignLineStyle(unsigned short pattern) {
+void SoVectorizeCGMAction::Page::assignLineStyle(unsigned short newPattern) {
     constexpr int kLineCaps[] = {2, 4, 5, 3};
     constexpr int kLineJoins[] = {4, 2, 2, 4, 3, 3};
     constexpr int kAnyDashCap = 1;
-    oravane::CgmEncoder &out = *m_page->encoder;
-    const bool isNewPattern = pattern != m_page->pattern;
-    m_page->pattern = pattern;
-    if (m_page->version != kVersionWithStyles) {
+    oravane::CgmEncoder &out = *encoder;
+    const bool isNewPattern = newPattern != pattern;
+    pattern = newPattern;
+    if (version != kVersionWithStyles) {
         if (isNewPattern)
             out.integers(cgm::kLineType, {lineTypeOf(dashesOf(pattern))});
         return;
     }
-    const Page::LineStyle style{kLineCaps[std::clamp<int>(getLineEndStyle(), 0, 3)],
-                                kLineJoins[std::clamp<int>(getLineJoinsStyle(), 0, 5)], getMiterLimit()};
-    if (!isNewPattern && m_page->lineStyle == style)
+    const LineStyle style{kLineCaps[std::clamp<int>(action.getLineEndStyle(), 0, 3)],
+                          kLineJoins[std::clamp<int>(action.getLineJoinsStyle(), 0, 5)],
+                          action.getMiterLimit()};
+    if (!isNewPattern && lineStyle == style)
         return;
-    m_page->lineStyle = style;
+    lineStyle = style;
     if (isNewPattern)
         out.dashes(dashesOf(pattern));
     out.integers(cgm::kLineCap, {style.cap, kAnyDashCap});
@@ -332,16 +349,18 @@ void SoVectorizeCGMAction::assignLineStyle(unsigned short pattern) {
 
 // ---------------------------------------------------------------------------------- lines, marks, polygons
 
-void SoVectorizeCGMAction::writePoints(const oravane::CgmElement &element, const SbVec4f *points, int n) {
-    m_page->encoder->points(element, {points, static_cast<std::size_t>(n)}, {getOffsetX(), getOffsetY()});
+void SoVectorizeCGMAction::Page::writePoints(const oravane::CgmElement &element, const SbVec4f *points,
+                                             int n) {
+    encoder->points(element, {points, static_cast<std::size_t>(n)},
+                    {action.getOffsetX(), action.getOffsetY()});
 }
 
 /// Writes lines or marks, one element for each run of equal colours. Lines share the points between them.
-void SoVectorizeCGMAction::writeRuns(const oravane::CgmElement &element, const SbVec4f *points, int n,
-                                     const SbColor *colors, int multicolor, float width) {
+void SoVectorizeCGMAction::Page::writeRuns(const oravane::CgmElement &element, const SbVec4f *points, int n,
+                                           const SbColor *colors, int multicolor, float width) {
     const bool isLine = element == cgm::kLine;
     const oravane::CgmElement &colorElement = isLine ? cgm::kLineColr : cgm::kMarkerColr;
-    std::optional<CgmColor> &last = isLine ? m_page->lineColor : m_page->markerColor;
+    std::optional<CgmColor> &last = isLine ? lineColor : markerColor;
     const int shared = isLine ? 1 : 0;
     const int limit = n - shared;
     CgmColor next = pageColor(colors[0], width);
@@ -361,14 +380,14 @@ void SoVectorizeCGMAction::printPolyLine(const SbVec4f *points, int n, const SbC
                                          float width, unsigned short pattern) {
     if (n < 2 || pattern == 0)
         return;
-    const float lineWidth = pageLength(width);
-    assignLineStyle(pattern);
+    const float lineWidth = m_page->pageLength(width);
+    m_page->assignLineStyle(pattern);
     if (lineWidth != m_page->lineWidth) {
         m_page->lineWidth = lineWidth;
         m_page->encoder->lengths(cgm::kLineWidth, {lineWidth});
     }
-    writeRuns(cgm::kLine, points, n, colors, multicolor, lineWidth);
-    send();
+    m_page->writeRuns(cgm::kLine, points, n, colors, multicolor, lineWidth);
+    m_page->send();
 }
 
 void SoVectorizeCGMAction::printPolyMark(const SbVec4f *points, int n, const SbColor *colors, int multicolor,
@@ -376,11 +395,11 @@ void SoVectorizeCGMAction::printPolyMark(const SbVec4f *points, int n, const SbC
     constexpr int kDot = 1;
     if (n < 1)
         return;
-    const float markerSize = pageLength(size);
+    const float markerSize = m_page->pageLength(size);
     m_page->encoder->integers(cgm::kMarkerType, {kDot});
     m_page->encoder->lengths(cgm::kMarkerSize, {markerSize});
-    writeRuns(cgm::kMarker, points, n, colors, multicolor, markerSize);
-    send();
+    m_page->writeRuns(cgm::kMarker, points, n, colors, multicolor, markerSize);
+    m_page->send();
 }
 
 void SoVectorizeCGMAction::printPolygon(const SbVec4f *points, int n, const SbColor *colors) {
@@ -390,9 +409,10 @@ void SoVectorizeCGMAction::printPolygon(const SbVec4f *points, int n, const SbCo
     if (!m_page->isFilled || !m_page->encoder->isBinary())
         m_page->encoder->constant(cgm::kIntStyle, "INTSTYLE SOLID;\n", {1});
     m_page->isFilled = true;
-    assignColor(cgm::kFillColr, m_page->fillColor, pageColor(colors[0], getNominalMillimeters()));
-    writePoints(cgm::kPolygon, points, n);
-    send();
+    m_page->assignColor(cgm::kFillColr, m_page->fillColor,
+                        m_page->pageColor(colors[0], getNominalMillimeters()));
+    m_page->writePoints(cgm::kPolygon, points, n);
+    m_page->send();
 }
 
 void SoVectorizeCGMAction::printPolyMark(const SbVec4f *points, int n, const SbColor *colors, int multicolor,
@@ -422,11 +442,11 @@ void SoVectorizeCGMAction::printPolyMark(const SbVec4f *points, int n, const SbC
 
 // ------------------------------------------------------------------------------------------ texts and images
 
-void SoVectorizeCGMAction::assignTextStyle(const char *fontName, float height, int justification,
-                                           float angle) {
-    oravane::CgmEncoder &out = *m_page->encoder;
-    if (height != m_page->charHeight) {
-        m_page->charHeight = height;
+void SoVectorizeCGMAction::Page::assignTextStyle(const char *fontName, float height, int newJustification,
+                                                 float angle) {
+    oravane::CgmEncoder &out = *encoder;
+    if (height != charHeight) {
+        charHeight = height;
         out.lengths(cgm::kCharHeight, {height});
     }
     const auto &fonts = oravane::kCgmFonts;
@@ -437,17 +457,17 @@ void SoVectorizeCGMAction::assignTextStyle(const char *fontName, float height, i
     out.constant(cgm::kTextPath, "TEXTPATH RIGHT;\n", {0});
     out.constant(cgm::kCharSpace, "CHARSPACE 0.;\n", {0x0000, 0x0000});
     out.constant(cgm::kCharExpan, "CHAREXPAN 1.;\n", {0x3F80, 0x0000}); // the real 1
-    if (justification != m_page->justification) {
+    if (newJustification != justification) {
         constexpr std::string_view kStatements[] = {"TEXTALIGN LEFT NORMVERT 0. 0.;\n",
                                                     "TEXTALIGN RIGHT NORMVERT 0. 0.;\n",
                                                     "TEXTALIGN CTR NORMVERT 0. 0.;\n"};
         constexpr int kAlignments[] = {1, 3, 2};
-        m_page->justification = justification;
-        out.constant(cgm::kTextAlign, kStatements[justification - 1],
-                     {kAlignments[justification - 1], 0, 0, 0, 0, 0}); // with two reals 0
+        justification = newJustification;
+        out.constant(cgm::kTextAlign, kStatements[newJustification - 1],
+                     {kAlignments[newJustification - 1], 0, 0, 0, 0, 0}); // with two reals 0
     }
-    if (angle != m_page->charAngle) {
-        m_page->charAngle = angle;
+    if (angle != charAngle) {
+        charAngle = angle;
         const float sine = std::sin(angle), cosine = std::cos(angle);
         out.lengths(cgm::kCharOri, {0.0f - sine, cosine, cosine, sine}); // never -0
     }
@@ -459,10 +479,10 @@ void SoVectorizeCGMAction::printText2(SbVec4f point, SbColor color, const char *
     const float height = size * getNominalMillimeters();
     if (!(height > 0 && std::isfinite(height)) || justification < LEFT || justification > CENTER)
         return;
-    assignColor(cgm::kTextColr, m_page->textColor, pageColor(color, getNominalMillimeters()));
-    assignTextStyle(fontName, height, justification, std::isfinite(angle) ? angle : 0.0f);
+    m_page->assignColor(cgm::kTextColr, m_page->textColor, m_page->pageColor(color, getNominalMillimeters()));
+    m_page->assignTextStyle(fontName, height, justification, std::isfinite(angle) ? angle : 0.0f);
     m_page->encoder->text({point[0] + getOffsetX(), point[1] + getOffsetY()}, printable(string));
-    send();
+    m_page->send();
 }
 
 namespace {
@@ -539,7 +559,7 @@ void SoVectorizeCGMAction::printImage(const SbVec4f &point, const unsigned char 
         {low, high, {high[0], low[1]}, sourceSize[0], sourceSize[1], isIndexed ? 1 : 3, cells.numbers});
     if (cells.transparent >= 0)
         out.color(cgm::kTranspCellColr, hidden, {0});
-    send();
+    m_page->send();
 }
 
 ORAVANE_VECTORIZE_END

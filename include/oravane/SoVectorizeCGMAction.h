@@ -5,12 +5,6 @@
 #include <oravane/SoVectorizeAction.h>
 
 #include <memory>
-#include <optional>
-
-namespace oravane {
-struct CgmColor;
-struct CgmElement;
-} // namespace oravane
 
 ORAVANE_VECTORIZE_BEGIN
 
@@ -63,21 +57,6 @@ protected:
 
 private:
     struct Page;
-
-    void send();
-    void writeMetafileDescriptor();
-    void writePictureDescriptor();
-    void makeColorTable();
-    void clipTo(const SbBox2f &box);
-    float pageLength(float multiple) const;
-    oravane::CgmColor pageColor(const SbColor &color, float width);
-    void assignColor(const oravane::CgmElement &element, std::optional<oravane::CgmColor> &last,
-                     const oravane::CgmColor &color);
-    void assignLineStyle(unsigned short pattern);
-    void assignTextStyle(const char *fontName, float height, int justification, float angle);
-    void writePoints(const oravane::CgmElement &element, const SbVec4f *points, int n);
-    void writeRuns(const oravane::CgmElement &element, const SbVec4f *points, int n, const SbColor *colors,
-                   int multicolor, float width);
 
     std::unique_ptr<SoCGMVectorOutput> m_cgmOutput;
     std::unique_ptr<Page> m_page;

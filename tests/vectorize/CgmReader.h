@@ -77,17 +77,12 @@ public:
     }
 
 private:
-    static void require(bool isTrue, const std::string &complaint) {
+    void require(bool isTrue, const std::string &complaint) const {
         if (!isTrue)
-            throw std::runtime_error(complaint);
+            throw std::runtime_error("at " + std::to_string(m_at) + ": " + complaint);
     }
 
     // --------------------------------------------------------------------------------------- clear text
-    struct Token {
-        std::string text;
-        bool isString;
-    };
-
     void skipSeparators() {
         for (; m_at < m_page.size(); ++m_at) {
             if (m_page[m_at] == '%') // a comment; one that a line ends at once is empty
@@ -101,20 +96,18 @@ private:
     bool nextStatement() {
         m_tokens.clear();
         for (skipSeparators(); m_at < m_page.size() && m_page[m_at] != ';'; skipSeparators()) {
-            std::string text;
-            const bool isString = m_page[m_at] == '\'';
-            if (isString) {
-                for (++m_at; m_page.at(m_at) != '\'' || m_page.substr(m_at, 2) == "''"; ++m_at) {
+            std::string text(m_page, m_at++, 1); // that of a string keeps its first quote
+            if (text == "'") {
+                for (; m_page.at(m_at) != '\'' || m_page.substr(m_at, 2) == "''"; ++m_at) {
                     require(static_cast<unsigned char>(m_page[m_at]) >= ' ', "a control in a string");
                     text += m_page[m_at];
                     m_at += m_page[m_at] == '\'' ? 1 : 0;
                 }
                 ++m_at;
-            } else {
-                while (m_at < m_page.size() && !std::strchr(" \t\r\n,;'%", m_page[m_at]))
-                    text += m_page[m_at++];
             }
-            m_tokens.push_back({text, isString});
+            while (text[0] != '\'' && m_at < m_page.size() && !std::strchr(" \t\r\n,;'%", m_page[m_at]))
+                text += m_page[m_at++];
+            m_tokens.push_back(text);
         }
         require(m_at < m_page.size() || m_tokens.empty(), "the last statement has no end");
         ++m_at;
@@ -122,8 +115,8 @@ private:
     }
 
     std::string token(bool isString) {
-        require(m_next < m_tokens.size() && m_tokens[m_next].isString == isString, "what is missing");
-        return m_tokens[m_next++].text;
+        require(m_next < m_tokens.size() && (m_tokens[m_next][0] == '\'') == isString, "what is missing");
+        return m_tokens[m_next++].substr(isString ? 1 : 0);
     }
 
     template <class Number>
@@ -222,13 +215,9 @@ private:
                 row = &r;
         require(row, "no such element: " + name + std::to_string(code));
         said.name = row->name;
-        try {
-            checkState(*row);
-            parameters(*row, said);
-            require(m_next == (m_isBinary ? m_parameters.size() : m_tokens.size()), "too much");
-        } catch (const std::exception &error) {
-            throw std::runtime_error(said.name + ": " + error.what());
-        }
+        checkState(*row);
+        parameters(*row, said);
+        require(!hasMore(), "too much");
         if (said.name == "MFVERSION")
             m_version = static_cast<int>(said.numbers[0]);
         else if (said.name == "COLRMODE")
@@ -241,7 +230,7 @@ private:
         constexpr int kOrder[] = {0, 1, 3, 4, 5, 2}; // identifiers of class 0
         require(row.version <= m_version, "too new for the version");
         if (row.elementClass == 0)
-            return require(row.id == kOrder[++m_state], "delimiters in a wrong order");
+            return require(m_state < 5 && row.id == kOrder[++m_state], "delimiters in a wrong order");
         // A dash is defined where it is needed, in the body.
         const int wanted = row.id == 17 ? 3 : row.elementClass < 3 ? row.elementClass : 3;
         require(m_state == wanted, "in a wrong place");
@@ -270,11 +259,11 @@ private:
         for (int k = kind == 'P' ? 2 : 1; k > 0 && (kind == 'P' || kind == 'V'); --k)
             add(m_isBinary ? real(m_vdcIsFloat) : clearNumber<double>());
         for (int k = 0; k < 3 && kind == 'D'; ++k)
-            add(m_isBinary ? static_cast<double>(parameter(m_colorBits)) : clearNumber<int>());
+            add(m_isBinary ? static_cast<double>(parameter(8)) : clearNumber<int>());
         if (kind == 'K')
             add(m_isBinary ? static_cast<double>(parameter(m_colorIndexBits)) : clearNumber<int>());
         if (kind == 'I' || kind == 'X')
-            add(m_isBinary ? integer(kind == 'I' ? m_integerBits : m_indexBits) : clearNumber<int>());
+            add(m_isBinary ? integer(16) : clearNumber<int>());
         if (kind == 'R')
             add(m_isBinary ? real(m_realIsFloat) : clearNumber<double>());
         if (kind == 'E')
@@ -291,26 +280,22 @@ private:
                 clearNumber<double>();
             return;
         }
-        const int first = static_cast<int>(integer(kind == 'R' ? 16 : m_integerBits));
+        const double first = integer(16);
         if (kind == 'R') {
-            const double second = integer(m_integerBits), third = integer(m_integerBits);
-            require(first == 0 ? second == 9 && third == 23 : second == 16 && third == 16, "no such form");
-            (row.id == 5 ? m_realIsFloat : m_vdcIsFloat) = first == 0;
+            require(first == 0 && integer(16) == 9 && integer(16) == 23, "another form of reals");
+            (row.id == 5 ? m_realIsFloat : m_vdcIsFloat) = true;
         } else if (kind == 'L') {
-            require(first == 1 && integer(m_indexBits) == -1 && integer(m_indexBits) == 1, "another set");
+            require(first == 1 && integer(16) == -1 && integer(16) == 1, "another set of elements");
         } else {
-            require(first == 8 || first == 16 || first == 24 || first == 32, "no such precision");
-            (row.id == 4   ? m_integerBits
-             : row.id == 6 ? m_indexBits
-             : row.id == 7 ? m_colorBits
-                           : m_colorIndexBits) = first;
+            require(first == (row.id == 7 ? 8 : 16), "another precision");
+            m_colorIndexBits = row.id == 8 ? 16 : m_colorIndexBits;
         }
     }
 
     void cells(CgmSaid &said) {
         const int columns = static_cast<int>(said.numbers[6]), rows = static_cast<int>(said.numbers[7]);
         const int perRow = columns * (m_isDirect ? 3 : 1);
-        const double precision = m_isBinary ? integer(m_integerBits) : clearNumber<int>();
+        const double precision = m_isBinary ? integer(16) : clearNumber<int>();
         require(precision == (m_isBinary ? 8 : 255), "cells of another precision");
         require(!m_isBinary || integer(16) == 1, "cells that are not packed");
         for (int row = 0; row < rows; ++row) {
@@ -322,11 +307,10 @@ private:
 
     const std::string m_page;
     std::string m_parameters;
-    std::vector<Token> m_tokens;
+    std::vector<std::string> m_tokens;
     std::vector<CgmSaid> m_said;
     std::size_t m_at = 0, m_next = 0;
-    int m_state = 0, m_version = 1;
-    int m_integerBits = 16, m_indexBits = 16, m_colorBits = 8, m_colorIndexBits = 8;
+    int m_state = 0, m_version = 1, m_colorIndexBits = 8;
     bool m_isBinary = false, m_isDirect = false, m_realIsFloat = false, m_vdcIsFloat = false;
 };
 

@@ -99,36 +99,25 @@ std::string summary(const std::string &page, const std::string &only = "") {
 
 TEST(SoVectorizeCGMAction, HeaderAndFooterInClearText) {
     Driver driver;
-    const std::string start =
-                          "BEGMF 'PLOT CGM OUTPUT';\nMFVERSION 1;\nMFDESC 'PLOT CGM METAFILE OUTPUT';\n"
-                          "MFELEMLIST 'DRAWINGPLUS';\nVDCTYPE REAL;\nINTEGERPREC -32767 32767;\n"
-                          "REALPREC -32767. 32767. 8;\nINDEXPREC -32767 32767;\nCOLRPREC 255;\n"
-                          "COLRINDEXPREC 255;\nCOLRVALUEEXT 0 0 0 255 255 255;\nMAXCOLRINDEX 255;\n"
-                          "FONTLIST\n'Times-Roman',\n'Times-Italic',\n'Times-Bold',\n'Times-BoldItalic',\n"
-                          "'Helvetica',\n'Helvetica-Oblique',\n'Helvetica-Bold',\n"
-                          "'Helvetica-BoldOblique',\n'Courier findfont',\n'Courier-Oblique',\n"
-                          "'Courier-Bold',\n'Courier-BoldOblique',\n'Symbol';\n"
-                          "BEGPIC 'Clear Text Image from PLOT';\nSCALEMODE METRIC 1.;\n"
-                          "LINEWIDTHMODE ABS;\nMARKERSIZEMODE ABS;\nEDGEWIDTHMODE ABS;\n",
-                      body = "VDCEXT 1. 2. 101. 102.;\nBEGPICBODY;VDCREALPREC -32767. 32767. 8;\n"
-                             "EDGEVIS OFF;",
-                      end = "\nENDPIC;ENDMF;";
-    const auto nothing = [](Driver &) {};
-    EXPECT_EQ(driver.page(nothing), start + "COLRMODE DIRECT;\n" + body + end);
+    const auto page = [&] { return driver.page([](Driver &) {}); };
+    const auto expected = [](const std::string &mode, const std::string &table) {
+        std::string text = expectedFile("empty_page.cgm");
+        text.insert(text.find("OFF;") + 4, table);
+        return text.replace(text.find("COLRMODE DIRECT;\n"), 17, mode);
+    };
+    EXPECT_EQ(page(), expectedFile("empty_page.cgm"));
     driver.setBackgroundColor(1, SbColor(0.5f, 7, -1));
-    EXPECT_EQ(driver.page(nothing), start + "BACKCOLR 127 255 0;\nCOLRMODE DIRECT;\n" + body + end);
-
+    EXPECT_EQ(page(), expected("BACKCOLR 127 255 0;\nCOLRMODE DIRECT;\n", ""));
     driver.getOutput()->setIndexed(1);
-    const std::string page = driver.page(nothing), table = page.substr(page.find("COLRTABLE"));
-    EXPECT_EQ(page.substr(0, page.size() - table.size()), start + "COLRMODE INDEXED;\n" + body);
-    EXPECT_EQ(table.substr(0, 53), "COLRTABLE 0\n127 255 0\n0 0 0\n0 0 85\n0 0 170\n0 0 255\n0 ");
-    EXPECT_EQ(table.substr(table.size() - 50), "255 255 0\n255 255 85\n255 255 255\n;%\n" + end);
+    const std::string indexed = page(), table = indexed.substr(indexed.find("COLRTABLE"));
+    EXPECT_EQ(indexed, expected("COLRMODE INDEXED;\n", table.substr(0, table.find("\nENDPIC"))));
+    EXPECT_EQ(table.find("COLRTABLE 0\n127 255 0\n0 0 0\n0 0 85\n0 0 170\n0 0 255\n0 36 0\n"), 0u);
+    EXPECT_EQ(count(table, "\n255 255 0\n255 255 85\n255 255 255\n;%\n\n"), 1);
     EXPECT_EQ(count(table, "\n"), 1 + 256 + 1 + 1);
     const SbColor pens[] = {SbColor(1, 0, 0), SbColor(0, 0, 1)};
     driver.setPenDescription(2, pens, nullptr, kMillimeter);
     driver.setBackgroundColor(0);
-    EXPECT_NE(driver.page(nothing).find("OFF;COLRTABLE 0\n255 0 0\n0 0 255\n;%\n\nENDPIC;"),
-              std::string::npos);
+    EXPECT_EQ(page(), expected("COLRMODE INDEXED;\n", "COLRTABLE 0\n255 0 0\n0 0 255\n;%\n"));
 }
 
 TEST(SoVectorizeCGMAction, BinaryFormIsThatOfTheStandard) {
@@ -179,6 +168,17 @@ TEST(SoVectorizeCGMAction, LinesInClearText) {
               "LINECAP 4 1;\nLINEJOIN 3;\nMITRELIMIT 1.500000;\n" + solid + points +
                   "LINEEDGETYPEDEF -1 5.65 4 12 ;\nLINECAP 4 1;\nLINEJOIN 3;\nMITRELIMIT 1.500000;\n" +
                   points + points);
+    std::string ends, joins;
+    for (const int style : {0, 1, 2, 3, 4, 5}) {
+        Driver driver(3, true);
+        driver.setLineEndStyle(static_cast<SoVectorizeAction::EndLineStyle>(style % 4));
+        driver.setLineJoinsStyle(static_cast<SoVectorizeAction::JoinLineStyle>(style));
+        const std::string page = driver.page([](Driver &d) { d.line(2); });
+        ends += summary(page, "LINECAP");
+        joins += summary(page, "LINEJOIN");
+    }
+    EXPECT_EQ(ends, "LINECAP 2 1\nLINECAP 4 1\nLINECAP 5 1\nLINECAP 3 1\nLINECAP 2 1\nLINECAP 4 1\n");
+    EXPECT_EQ(joins, "LINEJOIN 4\nLINEJOIN 2\nLINEJOIN 2\nLINEJOIN 4\nLINEJOIN 3\nLINEJOIN 3\n");
 }
 
 TEST(SoVectorizeCGMAction, PolygonsAndMarksInClearText) {
