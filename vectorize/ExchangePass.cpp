@@ -1,12 +1,14 @@
 #include "vectorize/ExchangePass.h"
 
+#include "vectorize/CallUp.h"
 #include "vectorize/PainterShapes.h"
 #include "vectorize/PlaceTree.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstdint>
-#include <utility>
+#include <functional>
+#include <vector>
 
 namespace oravane {
 
@@ -27,16 +29,20 @@ Extent extentOf(PolyGon &polygon) {
     return e;
 }
 
-/// The polygons of a list with their places, and with an order in which neighbours in the view are
-/// neighbours.
+/// The polygons of a list, their places, and the order in which the tree needs them.
 struct Polygons {
     explicit Polygons(const PrimitiveList &list) {
-        for (int place = 0; place < list.getLength(); ++place)
+        const int n = list.getLength();
+        extents.reserve(n);
+        places.reserve(n);
+        for (int place = 0; place < n; ++place) {
+            callUpAhead(list, place, n, std::identity());
             if (PolyGon *polygon = polygonOf(list[place])) {
                 extents.push_back(extentOf(*polygon));
                 places.push_back(place);
             }
-        order = orderAlongCurve(extents);
+        }
+        order = orderForTree(extents);
     }
 
     std::vector<Extent> extents;
@@ -90,10 +96,11 @@ private:
 
 class ExchangePass {
 public:
-    ExchangePass(PrimitiveList &list, const Polygons &polygons);
+    explicit ExchangePass(PrimitiveList &list) : ExchangePass(list, Polygons(list)) {}
     void run();
 
 private:
+    ExchangePass(PrimitiveList &list, const Polygons &polygons);
     int numPlaces() const { return m_list.getLength(); }
     Item itemAt(int place) const;
     int firstPartner(const Item &p, int after);
@@ -111,11 +118,14 @@ ExchangePass::ExchangePass(PrimitiveList &list, const Polygons &polygons)
     : m_list(list), m_slots(list.getLength()), m_tree(polygons.extents, polygons.places, polygons.order) {
     m_shapes.reserve(polygons.order.size());
     m_zMins.reserve(polygons.order.size());
-    for (const int index : polygons.order) {
-        const int place = polygons.places[index];
-        m_slots.set(place, {static_cast<int>(m_zMins.size()), polygons.extents[index]});
-        m_shapes.add(static_cast<PolyGon &>(*list[place]));
-        m_zMins.push_back(polygons.extents[index].zMin);
+    const int numItems = static_cast<int>(polygons.order.size());
+    const auto placeOf = [&](int item) { return polygons.places[polygons.order[item]]; };
+    for (int item = 0; item < numItems; ++item) {
+        callUpAhead(list, item, numItems, placeOf);
+        const Extent &extent = polygons.extents[polygons.order[item]];
+        m_slots.set(placeOf(item), {item, extent});
+        m_shapes.add(static_cast<PolyGon &>(*list[placeOf(item)]));
+        m_zMins.push_back(extent.zMin);
     }
 }
 
@@ -167,7 +177,7 @@ int ExchangePass::nextPartner(const Item &p, int after) {
 } // namespace
 
 void exchangePass(PrimitiveList &list) {
-    ExchangePass(list, Polygons(list)).run();
+    ExchangePass(list).run();
 }
 
 } // namespace oravane

@@ -10,7 +10,8 @@ namespace oravane {
 /// point, their boxes meet, and `PainterShapes::mustExchange` says so. The walk goes on with the new P behind
 /// j.
 ///
-/// Only pairs whose boxes meet are looked at, so that time grows with their number, and with n log n.
+/// A polygon finds its partners by a tree of boxes, so that time grows as n log n and with the number of
+/// pairs whose boxes meet.
 void exchangePass(PrimitiveList &list);
 
 } // namespace oravane

@@ -1,103 +1,114 @@
 #include "vectorize/PlaceTree.h"
 
-#include "vectorize/RadixSort.h"
-
 #include <algorithm>
-#include <cstdint>
+#include <array>
 #include <limits>
 
 namespace oravane {
 
 namespace {
 
-/// The centre of an extent on each axis, and its sizes.
-struct Middle {
-    std::array<float, 3> center, size;
+struct Center {
+    std::array<float, 3> position;
+    int index;
+    bool isLarge;
 };
 
-Middle middleOf(const Extent &e) {
-    return {{e.xMin / 2 + e.xMax / 2, e.yMin / 2 + e.yMax / 2, -e.zMax}, // the far ones first
-            {e.xMax - e.xMin, e.yMax - e.yMin, e.zMax - e.zMin}};
+/// The middle of an extent and its sizes. In z the far end counts, for the order of the places begins with
+/// it.
+std::array<float, 3> middleOf(const Extent &e) {
+    return {e.xMin / 2 + e.xMax / 2, e.yMin / 2 + e.yMax / 2, e.zMax};
+}
+std::array<float, 3> sizeOf(const Extent &e) {
+    return {e.xMax - e.xMin, e.yMax - e.yMin, e.zMax - e.zMin};
 }
 
-/// Turns centres into the cells of the curve's grid.
-class CurveGrid {
+/// Measures positions by the mean size of the extents along each axis.
+class Scale {
 public:
-    explicit CurveGrid(std::span<const Extent> extents) {
-        constexpr float kInfinity = std::numeric_limits<float>::infinity();
-        std::array<double, 3> sum{}, range{};
-        m_low = {kInfinity, kInfinity, kInfinity};
-        std::array<float, 3> high = {-kInfinity, -kInfinity, -kInfinity};
-        for (const Extent &extent : extents) {
-            const Middle m = middleOf(extent);
-            for (int axis = 0; axis < 3; ++axis) {
-                sum[axis] += m.size[axis];
-                m_low[axis] = std::min(m_low[axis], m.center[axis]);
-                high[axis] = std::max(high[axis], m.center[axis]);
-            }
-        }
-        double longest = 1;
-        for (int axis = 0; axis < 3; ++axis) {
-            range[axis] = double(high[axis]) - m_low[axis];
-            m_meanSize[axis] = sum[axis] / static_cast<double>(extents.size());
-            longest = std::max(longest, cellsOf(range[axis], m_meanSize[axis]));
-        }
+    explicit Scale(std::span<const Extent> extents) {
+        std::array<double, 3> sum{};
+        for (const Extent &extent : extents)
+            for (int axis = 0; axis < 3; ++axis)
+                sum[axis] += sizeOf(extent)[axis];
         for (int axis = 0; axis < 3; ++axis)
-            m_scale[axis] = range[axis] > 0
-                                ? cellsOf(range[axis], m_meanSize[axis]) / longest * kMaxCell / range[axis]
-                                : 0;
+            m_mean[axis] = static_cast<float>(sum[axis] / static_cast<double>(extents.size()));
     }
 
-    std::uint32_t keyOf(const Extent &extent) const {
-        const Middle m = middleOf(extent);
-        std::uint32_t key = 0;
-        std::uint32_t sizeClass = 0;
+    /// Finite, so that positions have an order.
+    Center centerOf(const Extent &extent, int index) const {
+        constexpr float kMost = 1e6f;
+        const std::array<float, 3> middle = middleOf(extent), size = sizeOf(extent);
+        Center center{{}, index, false};
         for (int axis = 0; axis < 3; ++axis) {
-            const double cell = (double(m.center[axis]) - m_low[axis]) * m_scale[axis];
-            key |= spread(cell > 0 ? static_cast<std::uint32_t>(std::min(cell, kMaxCell)) : 0) << axis;
-            if (axis < 2)
-                for (double limit = 4 * m_meanSize[axis]; sizeClass < 3 && m.size[axis] > limit; limit *= 4)
-                    ++sizeClass;
+            const float scaled = middle[axis] / std::max(m_mean[axis], 1e-6f);
+            center.position[axis] = scaled > -kMost ? std::min(scaled, kMost) : -kMost;
+            center.isLarge |= axis < 2 && size[axis] > kLarge * m_mean[axis];
         }
-        return key | sizeClass << 30;
+        return center;
     }
 
 private:
-    static constexpr double kMaxCell = 1023;
+    static constexpr float kLarge = 8;
 
-    static double cellsOf(double range, double meanSize) {
-        return range > 0 ? std::clamp(range / meanSize, 1.0, 4096.0) : 1.0;
-    }
-
-    /// Puts two zero bits ahead of each of 10 bits.
-    static std::uint32_t spread(std::uint32_t bits) {
-        bits = (bits | bits << 16) & 0x030000FFu;
-        bits = (bits | bits << 8) & 0x0300F00Fu;
-        bits = (bits | bits << 4) & 0x030C30C3u;
-        return (bits | bits << 2) & 0x09249249u;
-    }
-
-    std::array<float, 3> m_low;
-    std::array<double, 3> m_meanSize{}, m_scale{};
+    std::array<float, 3> m_mean{};
 };
+
+int longestAxis(std::span<const Center> centers) {
+    std::array<float, 3> low = centers[0].position, high = low;
+    for (const Center &center : centers)
+        for (int axis = 0; axis < 3; ++axis) {
+            low[axis] = std::min(low[axis], center.position[axis]);
+            high[axis] = std::max(high[axis], center.position[axis]);
+        }
+    int longest = 0;
+    for (int axis = 1; axis < 3; ++axis)
+        if (high[axis] - low[axis] > high[longest] - low[longest])
+            longest = axis;
+    return longest;
+}
+
+/// Orders centres such that runs of 8, of 64 and so on are compact: a half on each side of a plane across the
+/// longest axis, and so on with each half.
+void splitByMedians(std::span<Center> centers) {
+    constexpr std::size_t kWidth = ExtentBlock::kWidth;
+    if (centers.size() <= kWidth)
+        return;
+    std::size_t run = kWidth;
+    while (run * kWidth < centers.size())
+        run *= kWidth;
+    const std::size_t numRuns = (centers.size() + run - 1) / run; // two or more
+    const std::size_t half = numRuns / 2 * run;
+    const int axis = longestAxis(centers);
+    std::nth_element(
+        centers.begin(), centers.begin() + static_cast<std::ptrdiff_t>(half), centers.end(),
+        [axis](const Center &a, const Center &b) { return a.position[axis] > b.position[axis]; });
+    splitByMedians(centers.first(half));
+    splitByMedians(centers.subspan(half));
+}
 
 } // namespace
 
-std::vector<int> orderAlongCurve(std::span<const Extent> extents) {
-    const CurveGrid grid(extents);
-    std::vector<Keyed<int>> entries;
-    entries.reserve(extents.size());
+std::vector<int> orderForTree(std::span<const Extent> extents) {
+    const Scale scale(extents);
+    std::vector<Center> centers;
+    centers.reserve(extents.size());
     for (const Extent &extent : extents)
-        entries.push_back({grid.keyOf(extent), static_cast<int>(entries.size())});
-    radixSort(entries);
-    std::vector<int> order(entries.size());
-    std::ranges::transform(entries, order.begin(), &Keyed<int>::value);
+        centers.push_back(scale.centerOf(extent, static_cast<int>(centers.size())));
+    const auto large =
+        std::partition(centers.begin(), centers.end(), [](const Center &center) { return !center.isLarge; });
+    const std::span<Center> all = centers;
+    const auto numSmall = static_cast<std::size_t>(large - centers.begin());
+    splitByMedians(all.first(numSmall));
+    splitByMedians(all.subspan(numSmall));
+    std::vector<int> order(centers.size());
+    std::ranges::transform(centers, order.begin(), &Center::index);
     return order;
 }
 
 PlaceTree::PlaceTree(std::span<const Extent> extents, std::span<const int> places,
                      std::span<const int> order) {
-    std::size_t size = order.size();
+    const std::size_t size = order.size();
     m_levels.emplace_back(std::max<std::size_t>(1, (size + kFanOut - 1) / kFanOut));
     for (std::size_t i = 0; i < size; ++i) {
         Block &block = m_levels[0][i / kFanOut];

@@ -10,14 +10,14 @@
 
 namespace oravane {
 
-/// Indices of extents such that neighbours in the view are neighbours in the result: along a Morton curve, by
-/// its grid of 1024 cells in the longest of x, y and z, the other axes divided in proportion to the sizes of
-/// the extents. Large extents stand apart from small ones. Equal places on the curve keep their order.
-std::vector<int> orderAlongCurve(std::span<const Extent> extents);
+/// Indices of extents in the order in which a `PlaceTree` needs them: neighbours in x, y and z stand
+/// together, distances being measured by the mean size of the extents along each axis, and large extents
+/// stand apart from small ones. The time is that of n log n.
+std::vector<int> orderForTree(std::span<const Extent> extents);
 
 /// Finds polygons by what they take up of the view and by their place in the drawing order. Extents never
-/// change, while places do: an R-tree packed from items in the order of a curve, in which each node knows the
-/// range of the places below it, or a wider one.
+/// change, while places do: an R-tree packed from items in the order of the view, in which each node knows
+/// the range of the places below it, or a wider one.
 class PlaceTree {
 public:
     /// Item number k has `extents[order[k]]` and place `places[order[k]]`.

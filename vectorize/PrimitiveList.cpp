@@ -1,8 +1,7 @@
 #include <oravane/PrimitiveList.h>
 
-#include "vectorize/RadixSort.h"
-
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <utility>
@@ -11,11 +10,34 @@ ORAVANE_VECTORIZE_BEGIN
 
 namespace {
 
+struct SortEntry {
+    std::uint32_t key;
+    Primitive *primitive;
+};
+
 /// A number that ascends where z descends, equal for equal z.
 std::uint32_t descendingKey(float z) {
     const auto bits = std::bit_cast<std::uint32_t>(z + 0.0f); // -0 counts as 0
     const std::uint32_t ascending = bits & 0x80000000u ? ~bits : bits | 0x80000000u;
     return ~ascending;
+}
+
+/// Stable sort by key, 11 bits at a time from the lowest.
+void radixSort(std::vector<SortEntry> &entries) {
+    constexpr int kBits = 11;
+    constexpr std::uint32_t kMask = (1u << kBits) - 1;
+    std::vector<SortEntry> sorted(entries.size());
+    for (int shift = 0; shift < 32; shift += kBits) {
+        std::array<std::size_t, kMask + 1> place{};
+        for (const SortEntry &entry : entries)
+            ++place[entry.key >> shift & kMask];
+        std::size_t sum = 0;
+        for (std::size_t &count : place)
+            sum += std::exchange(count, sum);
+        for (const SortEntry &entry : entries)
+            sorted[place[entry.key >> shift & kMask]++] = entry;
+        entries.swap(sorted);
+    }
 }
 
 template <class IsAbove>
@@ -60,12 +82,12 @@ void PrimitiveList::sortZmax(int start) {
     // Most lists come in the order of creation, and the sort by depth keeps it.
     if (!std::is_sorted(first, m_primitives.end(), hasLowerPriority))
         std::stable_sort(first, m_primitives.end(), hasLowerPriority);
-    std::vector<oravane::Keyed<Primitive *>> entries;
+    std::vector<SortEntry> entries;
     entries.reserve(m_primitives.end() - first);
     for (auto p = first; p != m_primitives.end(); ++p)
         entries.push_back({descendingKey((*p)->getZmax()), *p});
-    oravane::radixSort(entries);
-    std::ranges::transform(entries, first, &oravane::Keyed<Primitive *>::value);
+    radixSort(entries);
+    std::ranges::transform(entries, first, &SortEntry::primitive);
 }
 
 void PrimitiveList::heapSort(Primitive **list, int n, void (*verify)(Primitive **, int, int)) {
