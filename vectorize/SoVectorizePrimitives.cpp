@@ -1,6 +1,8 @@
 #include <oravane/SoHLHSRVectorize.h>
 #include <oravane/SoVectorizePrimitives.h>
 
+#include "vectorize/ConvexPolygon.h"
+
 #include <algorithm>
 
 ORAVANE_VECTORIZE_BEGIN
@@ -91,20 +93,7 @@ const SbPlane *PolyGon::getPlane() {
 }
 
 int PolyGon::isPointInnerXYPlane(const SbVec2f &point) const {
-    const int n = getNum();
-    if (n < 3)
-        return 0;
-    float reference = 0;
-    for (int i = 0; i < n; ++i) {
-        const SbVec4f &a = m_points[i];
-        const SbVec4f &b = m_points[(i + 1) % n];
-        const float side = -(b[1] - a[1]) * (point[0] - a[0]) + (b[0] - a[0]) * (point[1] - a[1]);
-        if (i == 0)
-            reference = side;
-        else if (!(side * reference > 0))
-            return 0;
-    }
-    return 1;
+    return oravane::isInsideConvex(std::span<const SbVec4f>(m_points), point[0], point[1]);
 }
 
 void PolyLine::setValue(int n, const SbVec4f *points, const SbColor *colors, int multicolor, float width,

@@ -26,8 +26,6 @@ public:
     void display();
 
 private:
-    void exchangePass();
-
     PrimitiveList *m_list;
     SoHLHSRVectorize *m_hlhsr;
     int m_simple;

@@ -1,13 +1,15 @@
 #include "vectorize/RecordingAction.h"
 
-#include "vectorize/PainterOrder.h"
-
 #include <oravane/SoHLHSRVectorize.h>
 #include <oravane/SoPainter.h>
+
+#include <Inventor/SbVec2d.h>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <limits>
 #include <memory>
 #include <random>
@@ -135,42 +137,144 @@ TEST(SoPainter, LeavesPolygonsApartAndOtherPrimitivesInDepthOrder) {
     EXPECT_EQ(apart.order(), (Order{0, 1, 3, 2}));
 }
 
-void exchangeByAllPairs(PrimitiveList &list) {
+// The exchange pass as it is defined, word by word: all pairs, with the polygons' own planes.
+
+bool isPEntirelySameSideQ(const PolyGon &p, PolyGon &q, bool side) {
+    const SbPlane *plane = q.getPlane();
+    for (int i = 0; plane && i < p.getNum(); ++i)
+        if (static_cast<bool>(plane->isInHalfSpace(p.getPoint(i))) != side)
+            return false;
+    return true;
+}
+
+using Segment = std::array<SbVec2d, 2>;
+
+double side(const Segment &s, const SbVec2d &p) {
+    const SbVec2d along = s[1] - s[0], to = p - s[0];
+    return along[0] * to[1] - along[1] * to[0];
+}
+
+bool isApart(const Segment &s, const Segment &t) {
+    const double u = side(s, t[0]), v = side(s, t[1]);
+    return std::min(std::fabs(u), std::fabs(v)) >= 1e-20 && u * v > 0;
+}
+
+bool crossProperly(const Segment &s, const Segment &t) {
+    for (int axis = 0; axis < 2; ++axis)
+        if (std::max(s[0][axis], s[1][axis]) < std::min(t[0][axis], t[1][axis]) ||
+            std::max(t[0][axis], t[1][axis]) < std::min(s[0][axis], s[1][axis]))
+            return false;
+    const SbVec2d d = s[1] - s[0], e = t[1] - t[0];
+    return !isApart(s, t) && !isApart(t, s) && std::fabs(d[0] * e[1] - d[1] * e[0]) >= 1e-20;
+}
+
+bool isPOverlapQInXYPlane(const PolyGon &p, const PolyGon &q) {
+    const auto edge = [](const PolyGon &polygon, int i) {
+        const SbVec3f a = polygon.getPoint(i), b = polygon.getPoint((i + 1) % polygon.getNum());
+        return Segment{SbVec2d(a[0], a[1]), SbVec2d(b[0], b[1])};
+    };
+    const auto hasFirstPointOf = [](const PolyGon &outer, const PolyGon &inner) {
+        return outer.isPointInnerXYPlane(SbVec2f(inner.getPoint(0)[0], inner.getPoint(0)[1]));
+    };
+    for (int i = 0; i < p.getNum(); ++i)
+        for (int j = 0; j < q.getNum(); ++j)
+            if (crossProperly(edge(p, i), edge(q, j)))
+                return true;
+    return hasFirstPointOf(p, q) || hasFirstPointOf(q, p);
+}
+
+bool mustExchange(Primitive &first, Primitive &second) {
+    auto *const p = dynamic_cast<PolyGon *>(&first);
+    auto *const q = dynamic_cast<PolyGon *>(&second);
+    return p && q && p->getZmin() < q->getZmax() && p->getBBox().intersect(q->getBBox()) &&
+           !isPEntirelySameSideQ(*p, *q, false) && !isPEntirelySameSideQ(*q, *p, true) &&
+           isPOverlapQInXYPlane(*p, *q) &&
+           (isPEntirelySameSideQ(*q, *p, false) || isPEntirelySameSideQ(*p, *q, true));
+}
+
+int exchangeByAllPairs(PrimitiveList &list) {
+    int numExchanges = 0;
     list.sortZmax(0);
     for (int i = 0; i < list.getLength(); ++i)
-        for (int j = i + 1; j < list.getLength(); ++j) {
-            auto *p = static_cast<PolyGon *>(list[i]);
-            auto *q = static_cast<PolyGon *>(list[j]);
-            if (p->getZmin() < q->getZmax() && p->getBBox().intersect(q->getBBox()) &&
-                oravane::mustExchange(*p, *q))
+        for (int j = i + 1; j < list.getLength(); ++j)
+            if (mustExchange(*list[i], *list[j])) {
                 list.swap(i, j);
+                ++numExchanges;
+            }
+    return numExchanges;
+}
+
+/// A kind of scene: polygons of 1 to `maxCorners` corners about a random centre.
+struct Mix {
+    const char *name;
+    float width, depth; ///< half the size of the region of the centres
+    float size, thickness;
+    int big;     ///< each so many-th is 20 times as large; 0 for none
+    float steps; ///< coordinates are multiples of 1 / steps, so that depths, planes and edges coincide
+    int maxCorners;
+    int minExchanges; ///< in the longest list, so that the rows do what they are for
+};
+
+const Mix kMixes[] = {
+    {"triangles", 1, 1, 0.3f, 0.5f, 0, 1e6f, 3, 10000},
+    {"flat scraps", 1, 1, 0.1f, 0.1f, 0, 1e6f, 5, 100},
+    {"a pile", 0.01f, 1, 1, 0.5f, 0, 1e6f, 4, 300},
+    {"coincident", 1, 1, 0.5f, 0.5f, 0, 4, 4, 10000},
+    {"big and small", 1, 1, 0.05f, 0.1f, 9, 1e6f, 4, 10000},
+    {"all of one z", 1, 0, 0.5f, 0, 0, 1e6f, 4, 0},
+};
+
+Points randomPoints(const Mix &mix, int index, std::mt19937 &random) {
+    std::uniform_real_distribution<float> uniform(-1, 1);
+    const float factor = mix.big && index % mix.big == 0 ? 20.0f : 1.0f;
+    const auto snapped = [&](float x) { return std::round(x * mix.steps) / mix.steps; };
+    const SbVec3f center =
+        SbVec3f(mix.width * uniform(random), mix.width * uniform(random), mix.depth * uniform(random));
+    const int n = random() % 20 ? mix.maxCorners : 1 + static_cast<int>(random() % mix.maxCorners);
+    const float turn = 3 * uniform(random), a = mix.thickness * uniform(random),
+                b = mix.thickness * uniform(random);
+    Points points;
+    for (int k = 0; k < n; ++k) { // on an ellipse in a slanted plane
+        const float t = turn + 6.2831853f * static_cast<float>(k) / static_cast<float>(n);
+        const float c = factor * std::cos(t), s = factor * std::sin(t);
+        points.emplace_back(snapped(center[0] + mix.size * c), snapped(center[1] + mix.size * s),
+                            snapped(center[2] + a * c + b * s), 1.0f);
+    }
+    return points;
+}
+
+TEST(SoPainter, FindsThePairsThatAllPairsFind) {
+    std::mt19937 random(5);
+    for (const Mix &mix : kMixes)
+        for (const int n : {0, 1, 2, 7, 8, 9, 65, 300, 1500}) {
+            Owned scene, oracle;
+            for (int i = 0; i < n; ++i) {
+                const Points points = randomPoints(mix, i, random);
+                for (Owned *owned : {&scene, &oracle})
+                    if (i % 16 == 5)
+                        owned->addPoint(points[0][2], i);
+                    else
+                        owned->add(points);
+            }
+            SoPainter(&scene.list, nullptr, 0).apply();
+            const int numExchanges = exchangeByAllPairs(oracle.list);
+            ASSERT_EQ(scene.order(), oracle.order()) << mix.name << ", " << n;
+            EXPECT_GE(numExchanges, n == 1500 ? mix.minExchanges : 0) << mix.name;
         }
 }
 
-TEST(SoPainter, EndsTheWalkEarlyWithTheResultOfAllPairs) {
-    std::mt19937 random(5);
-    std::uniform_real_distribution<float> uniform(-1, 1);
-    int numChanged = 0;
-    for (int round = 0; round < 40; ++round) {
-        Owned scene, oracle;
-        const float thickness = round % 2 ? 1.0f : 0.15f;
-        for (int i = 0; i < 120; ++i) {
-            const float x = uniform(random), y = uniform(random), z = uniform(random);
-            Points triangle;
-            for (int k = 0; k < 3; ++k)
-                triangle.emplace_back(x + 0.5f * uniform(random), y + 0.5f * uniform(random),
-                                      z + thickness * uniform(random), 1.0f);
-            scene.add(triangle);
-            oracle.add(triangle);
-        }
-        scene.list.sortZmax(0);
-        const Order byDepth = scene.order();
-        SoPainter(&scene.list, nullptr, 0).apply();
-        exchangeByAllPairs(oracle.list);
-        ASSERT_EQ(scene.order(), oracle.order());
-        numChanged += scene.order() != byDepth;
+// Each polygon is nearer than the next, but reaches farther: each place is exchanged with all behind it.
+TEST(SoPainter, ExchangesAllAlongAReversedStack) {
+    Owned scene, oracle;
+    for (int i = 0; i < 200; ++i) {
+        const float x = 1 - 0.008f * static_cast<float>(i), z = 0.002f * static_cast<float>(i);
+        const float far = z + (x + 1) / 2;
+        for (Owned *owned : {&scene, &oracle})
+            owned->add({{-1, -1, z, 1}, {x, -1, far, 1}, {x, 1, far, 1}, {-1, 1, z, 1}});
     }
-    EXPECT_GT(numChanged, 30) << "the scenes must put the exchange to work";
+    SoPainter(&scene.list, nullptr, 0).apply();
+    EXPECT_GT(exchangeByAllPairs(oracle.list), 15000);
+    EXPECT_EQ(scene.order(), oracle.order());
 }
 
 TEST(SoHLHSRVectorize, DrawsInOrderAndDropsWhatIsNotFinite) {
