@@ -33,10 +33,10 @@ struct Row {
     bool isPixels = false, isFull = false, isBad = false;
 };
 
-std::string pageOf(SoVectorizeAction::HLHSRMode mode, SoNode *scene) {
+std::string pageOf(SoVectorizeAction::HLHSRMode mode, SoNode *scene, float size = SIZE) {
     SoVectorizePSAction action;
     action.setStartPosition(0, 0, SoVectorizeAction::MILLIMETER);
-    action.setDrawingDimensions(SIZE, SIZE, SoVectorizeAction::MILLIMETER);
+    action.setDrawingDimensions(size, size, SoVectorizeAction::MILLIMETER);
     action.setNominalWidth(PIXEL, SoVectorizeAction::MILLIMETER);
     action.setPixelImageSize(PIXEL, SoVectorizeAction::MILLIMETER);
     action.setBorder(0);
@@ -104,7 +104,8 @@ void expectAlike(const std::vector<Row> &rows) {
     std::vector<std::string> pages;
     oravane::HeadlessRenderer smooth(4), plain(1);
     for (const Row &row : rows) {
-        const Scene scene("Separator { " + row.nodes + " }"), shown("Separator { " + row.rendered + " }");
+        const Scene scene("Separator { " + row.nodes + " }"),
+            shown("Separator { " + (row.rendered.empty() ? row.nodes : row.rendered) + " }");
         renderings.push_back((row.isPixels ? plain : smooth).render(shown, PIXELS, PIXELS));
         pages.push_back(
             pageOf(row.isFull ? SoVectorizeAction::HLHSR_FULL_SORT : SoVectorizeAction::HLHSR_Z_SORT, scene));
@@ -128,13 +129,20 @@ std::string plate() {
     return points;
 }
 
-/// All markers of the toolkit and two more: where they stand, in the middle of pixels, and their indices.
+/// All markers of the toolkit and two more: where they stand, in the middle of pixels, and their indices. And
+/// the indices of more kinds than a page could ever show.
 void nameMarkers(std::map<std::string, std::string> &named) {
-    constexpr int OWN = 1000;
+    constexpr int OWN = 1000, KINDS = 1100;
     const unsigned char arrow[] = {0x10, 0x30, 0x7f, 0xff, 0x7f, 0x30, 0x10},
                         stripes[] = {0xaa, 0xa8, 0x55, 0x50};
-    SoMarkerSet::addMarker(OWN, SbVec2s(8, 7), arrow, FALSE, FALSE);
-    SoMarkerSet::addMarker(OWN + 1, SbVec2s(13, 2), stripes, FALSE, TRUE);
+    if (SoMarkerSet::getNumDefinedMarkers() <= OWN) { // to replace them, the toolkit mixes new and delete
+        SoMarkerSet::addMarker(OWN, SbVec2s(8, 7), arrow, FALSE, FALSE);
+        SoMarkerSet::addMarker(OWN + 1, SbVec2s(13, 2), stripes, FALSE, TRUE);
+        for (int i = OWN + 2; i < OWN + KINDS; ++i)
+            SoMarkerSet::addMarker(i, SbVec2s(1 + i % 8, 1 + i % 7), arrow);
+    }
+    for (int i = OWN; i < OWN + KINDS; ++i)
+        named["$KINDS"] += std::to_string(i) + ", ";
     for (int i = 0; i < SoMarkerSet::NUM_MARKERS + 2; ++i) {
         const int own = i - SoMarkerSet::NUM_MARKERS;
         named["$MARKERS"] += std::to_string(own < 0 ? i : OWN + own) + ", ";
@@ -143,45 +151,47 @@ void nameMarkers(std::map<std::string, std::string> &named) {
     }
 }
 
+/// The row that a line "== name options" begins.
+Row headOf(std::istringstream &words) {
+    Row row;
+    words >> row.name;
+    for (std::string word; words >> word;) {
+        row.isPixels |= word == "pixels";
+        row.isFull |= word == "full";
+        row.isBad |= word == "bad";
+        row.differing = std::isdigit(word[0]) ? std::stod(word) : row.differing;
+    }
+    return row;
+}
+
 /// The rows of data/scenes.txt, where their form is told.
 std::vector<Row> readRows(bool bad) {
     std::vector<Row> rows;
     std::map<std::string, std::string> named{{"$POINTS", plate()}};
     nameMarkers(named);
-    const auto expanded = [&](const std::string &line) {
-        std::istringstream words(line);
+    const auto rest = [&](std::istringstream &words) {
         std::string text;
         for (std::string word; words >> word;)
             text += (word[0] == '$' ? named.at(word) : word) + " ";
         return text;
     };
     std::istringstream file(readFile(ORAVANE_SOURCE_DIR "/tests/tools/data/scenes.txt"));
-    bool isRendered = false;
-    for (std::string line; std::getline(file, line);) {
+    std::string *nodes = nullptr;
+    for (std::string line, word; std::getline(file, line);) {
         std::istringstream words(line);
-        std::string word;
-        if (!(words >> word) || word == "#") {
+        if (!(words >> word) || word == "#")
             continue;
-        } else if (word == "==") {
-            words >> rows.emplace_back().name;
-            for (Row &row = rows.back(); words >> word;) {
-                row.isPixels |= word == "pixels";
-                row.isFull |= word == "full";
-                row.isBad |= word == "bad";
-                row.differing = std::isdigit(word[0]) ? std::stod(word) : row.differing;
-            }
-            isRendered = false;
+        if (word == "==") {
+            nodes = &rows.emplace_back(headOf(words)).nodes;
         } else if (word == "--") {
-            isRendered = true;
+            nodes = &rows.back().rendered;
         } else if (word[0] == '$' && !named.contains(word)) {
-            named[word] = expanded(line.substr(word.size()));
+            named[word] = rest(words);
         } else {
-            (isRendered ? rows.back().rendered : rows.back().nodes) += expanded(line);
+            words = std::istringstream(line);
+            *nodes += rest(words);
         }
     }
-    for (Row &row : rows)
-        if (row.rendered.empty())
-            row.rendered = row.nodes;
     std::erase_if(rows, [&](const Row &row) { return row.isBad != bad; });
     return rows;
 }
@@ -190,9 +200,31 @@ TEST(ScenePage, LooksAsTheRendering) {
     expectAlike(readRows(false));
 }
 
-/// Puts `value` where the scene has the number 3e38.
-void spoil(SoNode *scene, float value) {
+/// Puts `value` where the field has the number 3e38.
+void spoil(SoField *field, float value) {
     const auto replace = [&](float *numbers, int n) { std::replace(numbers, numbers + n, 3e38f, value); };
+    const auto replaceAll = [&](auto *vectors) {
+        replace(&(*vectors->startEditing())[0], 3 * vectors->getNum());
+        vectors->finishEditing();
+    };
+    if (auto *number = dynamic_cast<SoSFFloat *>(field)) {
+        number->setValue(number->getValue() == 3e38f ? value : number->getValue());
+    } else if (auto *vector = dynamic_cast<SoSFVec3f *>(field)) {
+        SbVec3f v = vector->getValue();
+        replace(&v[0], 3);
+        vector->setValue(v);
+    } else if (auto *matrix = dynamic_cast<SoSFMatrix *>(field)) {
+        SbMatrix m = matrix->getValue();
+        replace(m[0], 16);
+        matrix->setValue(m);
+    } else if (auto *vectors = dynamic_cast<SoMFVec3f *>(field)) {
+        replaceAll(vectors);
+    } else if (auto *colors = dynamic_cast<SoMFColor *>(field)) {
+        replaceAll(colors);
+    }
+}
+
+void spoil(SoNode *scene, float value) {
     SoSearchAction all;
     all.setInterest(SoSearchAction::ALL);
     all.setType(SoNode::getClassTypeId());
@@ -200,25 +232,8 @@ void spoil(SoNode *scene, float value) {
     for (int i = 0; i < all.getPaths().getLength(); ++i) {
         SoFieldList fields;
         all.getPaths()[i]->getTail()->getFields(fields);
-        for (int k = 0; k < fields.getLength(); ++k) {
-            if (auto *number = dynamic_cast<SoSFFloat *>(fields[k])) {
-                number->setValue(number->getValue() == 3e38f ? value : number->getValue());
-            } else if (auto *vector = dynamic_cast<SoSFVec3f *>(fields[k])) {
-                SbVec3f v = vector->getValue();
-                replace(&v[0], 3);
-                vector->setValue(v);
-            } else if (auto *vectors = dynamic_cast<SoMFVec3f *>(fields[k])) {
-                replace(&(*vectors->startEditing())[0], 3 * vectors->getNum());
-                vectors->finishEditing();
-            } else if (auto *colors = dynamic_cast<SoMFColor *>(fields[k])) {
-                replace(&(*colors->startEditing())[0], 3 * colors->getNum());
-                colors->finishEditing();
-            } else if (auto *matrix = dynamic_cast<SoSFMatrix *>(fields[k])) {
-                SbMatrix m = matrix->getValue();
-                replace(m[0], 16);
-                matrix->setValue(m);
-            }
-        }
+        for (int k = 0; k < fields.getLength(); ++k)
+            spoil(fields[k], value);
     }
 }
 
@@ -231,6 +246,8 @@ std::string pagesOf(const Row &row) {
         for (const auto mode : {SoVectorizeAction::HLHSR_NONE, SoVectorizeAction::HLHSR_Z_SORT,
                                 SoVectorizeAction::HLHSR_FULL_SORT, SoVectorizeAction::HLHSR_LINE_REMOVAL})
             pages += pageOf(mode, scene);
+        pages += pageOf(SoVectorizeAction::HLHSR_Z_SORT, scene, 0);
+        pages += pageOf(SoVectorizeAction::HLHSR_NONE, scene, 1e30f);
         if (row.nodes.find("3e38") == std::string::npos)
             break;
     }
