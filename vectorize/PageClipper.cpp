@@ -16,6 +16,19 @@ struct Limit {
     bool contains(const SbVec4f &point) const {
         return isLowest ? value <= point[axis] : point[axis] <= value;
     }
+    float share(const SbVec4f &a, const SbVec4f &b) const { return (value - a[axis]) / (b[axis] - a[axis]); }
+    void settle(SbVec4f &point) const { point[axis] = value; } // exactly, so that the result lies inside
+};
+
+struct Plane {
+    SbVec4f normal;
+
+    bool contains(const SbVec4f &point) const { return normal.dot(point) >= 0; }
+    float share(const SbVec4f &a, const SbVec4f &b) const {
+        const float before = normal.dot(a);
+        return before / (before - normal.dot(b));
+    }
+    void settle(SbVec4f &) const {}
 };
 
 constexpr Limit kXMin{0, -1.0f, true}, kXMax{0, 1.0f, false};
@@ -31,12 +44,13 @@ struct ColoredPoint {
     SbColor color;
 };
 
-ColoredPoint crossing(const SbVec4f *p, const SbColor *c, int from, int to, const Limit &limit, bool multi) {
+template <class Border>
+ColoredPoint crossing(const SbVec4f *p, const SbColor *c, int from, int to, const Border &limit, bool multi) {
     const SbVec4f &a = p[from];
     const SbVec4f &b = p[to];
-    const float t = (limit.value - a[limit.axis]) / (b[limit.axis] - a[limit.axis]);
+    const float t = limit.share(a, b);
     ColoredPoint result{a + (b - a) * t, c[from]};
-    result.point[limit.axis] = limit.value; // exactly, so that the result lies inside
+    limit.settle(result.point);
     if (multi)
         for (int k = 0; k < 3; ++k)
             result.color[k] = c[from][k] + (c[to][k] - c[from][k]) * t;
@@ -52,7 +66,8 @@ bool insideSides(const SbVec4f &p) {
     return std::ranges::all_of(kPolygonLimits, [&](const Limit &limit) { return limit.contains(p); });
 }
 
-void clipRing(const ColoredPoints &ring, ColoredPoints &result, const Limit &limit, bool multi) {
+template <class Border>
+void clipRing(const ColoredPoints &ring, ColoredPoints &result, const Border &limit, bool multi) {
     result.clear();
     const int n = ring.size();
     for (int i = 0; i < n; ++i) {
@@ -106,7 +121,7 @@ const ColoredPoints &PageClipper::polygon(std::span<const SbVec4f> points, std::
     m_polygon.points.assign(points.begin(), points.end());
     m_polygon.colors.assign(colors.begin(), colors.end());
     const bool multi = isMulticolor(colors);
-    const auto pass = [&](const Limit &limit) {
+    const auto pass = [&](const auto &limit) {
         if (std::ranges::all_of(m_polygon.points, [&](const SbVec4f &p) { return limit.contains(p); }))
             return;
         clipRing(m_polygon, m_nextPolygon, limit, multi);
@@ -116,7 +131,9 @@ const ColoredPoints &PageClipper::polygon(std::span<const SbVec4f> points, std::
         m_polygon.clear();
         return m_polygon;
     }
-    pass({2, nearLimit, true});
+    for (const SbVec4f &plane : m_planes)
+        pass(Plane{plane});
+    pass(Limit{2, nearLimit, true});
     divideByW(m_polygon.points);
     if (!isFinite(m_polygon.points))
         m_polygon.clear();
@@ -128,8 +145,8 @@ const ColoredPoints &PageClipper::polygon(std::span<const SbVec4f> points, std::
 namespace {
 
 /// Hands the parts of a run that lie within the limit to `start()`, a new part's buffer.
-template <class Start>
-void clipRun(const ColoredPoints &run, const Limit &limit, bool multi, Start start) {
+template <class Border, class Start>
+void clipRun(const ColoredPoints &run, const Border &limit, bool multi, Start start) {
     ColoredPoints *part = nullptr;
     for (int i = 0; i < run.size(); ++i) {
         const bool inside = limit.contains(run.points[i]);
@@ -162,13 +179,15 @@ std::span<const ColoredPoints> PageClipper::polyline(std::span<const SbVec4f> po
         run->add(points[i], colors[i]);
     }
     const bool multi = isMulticolor(colors);
-    const auto pass = [&](const Limit &limit) {
+    const auto pass = [&](const auto &limit) {
         m_nextRuns.count = 0;
         for (const ColoredPoints &whole : m_runs.used())
             clipRun(whole, limit, multi, [&]() -> ColoredPoints & { return m_nextRuns.start(); });
         std::swap(m_runs, m_nextRuns);
     };
-    pass({2, nearLimit, true});
+    for (const SbVec4f &plane : m_planes)
+        pass(Plane{plane});
+    pass(Limit{2, nearLimit, true});
     for (ColoredPoints &inFront : std::span(m_runs.store.data(), m_runs.count)) {
         divideByW(inFront.points);
         if (!isFinite(inFront.points))
@@ -179,14 +198,15 @@ std::span<const ColoredPoints> PageClipper::polyline(std::span<const SbVec4f> po
     return m_runs.used();
 }
 
-bool PageClipper::point(SbVec4f &p, float nearLimit, bool testSides) {
-    if (!isFinite(p) || !(nearLimit <= p[2]))
+bool PageClipper::point(SbVec4f &p, float nearLimit, bool testSides) const {
+    if (!isFinite(p) || !(nearLimit <= p[2]) ||
+        !std::ranges::all_of(m_planes, [&](const SbVec4f &plane) { return Plane{plane}.contains(p); }))
         return false;
     p.setValue(p[0] / p[3], p[1] / p[3], p[2] / p[3], 1.0f);
     return isFinite(p) && (testSides ? insideSides(p) : kFar.contains(p));
 }
 
-int PageClipper::marks(std::span<SbVec4f> points, float nearLimit) {
+int PageClipper::marks(std::span<SbVec4f> points, float nearLimit) const {
     int kept = 0;
     for (SbVec4f p : points)
         if (point(p, nearLimit, true))

@@ -28,12 +28,16 @@ bool isMulticolor(std::span<const SbColor> colors);
 /// being inside when its z before the division by w is at least `near`; then, after the division, at the
 /// limits -1 and 1 of x and y and at the far limit z = 1. All limits belong to the inside. The results are
 /// normalised points, w = 1. A primitive with a point that is not finite is dropped, a polyline at that point
-/// only.
+/// only. Planes of the scene cut before the near limit does.
 ///
 /// The results stay valid until the next call. Colours of new points are interpolated when the primitive has
 /// more than one colour.
 class PageClipper {
 public:
+    /// The planes of the scene, in homogeneous clip coordinates: a point is inside when its product with each
+    /// of them is not negative. None at first.
+    void setPlanes(std::span<const SbVec4f> planes) { m_planes.assign(planes.begin(), planes.end()); }
+
     /// A convex polygon; the result is empty when nothing is inside. Reentrant polygon clipping, one limit
     /// after the other (I. Sutherland, G. Hodgman 1974): x min, y min, x max, y max, far.
     const ColoredPoints &polygon(std::span<const SbVec4f> points, std::span<const SbColor> colors,
@@ -44,11 +48,11 @@ public:
                                             float nearLimit);
 
     /// Keeps the points that are inside, moved to the front of `points`, and returns their number.
-    static int marks(std::span<SbVec4f> points, float nearLimit);
+    int marks(std::span<SbVec4f> points, float nearLimit) const;
 
     /// One point: normalises it and returns true when it is inside. With `testSides` false only the near and
     /// far limits count.
-    static bool point(SbVec4f &point, float nearLimit, bool testSides);
+    bool point(SbVec4f &point, float nearLimit, bool testSides) const;
 
 private:
     /// A growing list of runs that keeps the memory of runs that it dropped.
@@ -60,6 +64,7 @@ private:
         std::span<const ColoredPoints> used() const { return {store.data(), count}; }
     };
 
+    std::vector<SbVec4f> m_planes;
     ColoredPoints m_polygon, m_nextPolygon;
     Runs m_runs, m_nextRuns;
 };

@@ -62,7 +62,7 @@ SbBox2f imageBox(const SbVec2f &point, const SbVec2s &size, float pixel, SoImage
 MarkerBits markerBits(int markerIndex) {
     MarkerBits marker;
     SbBool isLsbFirst = FALSE;
-    // The toolkit looks below its table for an index below 0.
+    // The toolkit looks below its table for an index such as `NONE`.
     if (markerIndex < 0 || !SoMarkerSet::getMarker(markerIndex, marker.size, marker.bytes, isLsbFirst) ||
         marker.size[0] <= 0 || marker.size[1] <= 0)
         marker.bytes = nullptr;

@@ -22,7 +22,7 @@ float reachFactor(const Light &light, const SbVec3f &point, const SbVec3f &atten
         return 1;
     SbVec3f toPoint = point - light.position;
     const float distance = toPoint.length();
-    const float attenuated = attenuationFactor(attenuation, distance);
+    const float attenuated = attenuationFactor(light.attenuation.value_or(attenuation), distance);
     if (light.kind == Light::POINT)
         return attenuated;
     if (distance > 0)

@@ -4,6 +4,7 @@
 #include <Inventor/SbColor.h>
 #include <Inventor/SbVec3f.h>
 
+#include <optional>
 #include <span>
 
 namespace oravane {
@@ -18,7 +19,8 @@ struct Light {
     SbVec3f direction{0, 0, -1}; ///< in which the light goes, of unit length
     SbVec3f position{0, 0, 0};
     float dropOffRate = 0;
-    float cutOffAngle = 0; ///< radians
+    float cutOffAngle = 0;              ///< radians
+    std::optional<SbVec3f> attenuation; ///< instead of the environment's
 };
 
 /// What lights surfaces beside the light sources.

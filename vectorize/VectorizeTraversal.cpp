@@ -2,29 +2,33 @@
 
 #include <oravane/SoAnnoText3.h>
 
+#include <Inventor/SbDPMatrix.h>
+#include <Inventor/SbPlane.h>
 #include <Inventor/SbViewVolume.h>
 #include <Inventor/SoPath.h>
 #include <Inventor/SoPrimitiveVertex.h>
+#include <Inventor/VRMLnodes/SoVRMLLight.h>
+#include <Inventor/VRMLnodes/SoVRMLShape.h>
 #include <Inventor/elements/SoAnnoText3CharOrientElement.h>
 #include <Inventor/elements/SoAnnoText3FontSizeHintElement.h>
 #include <Inventor/elements/SoAnnoText3RenderPrintElement.h>
+#include <Inventor/elements/SoClipPlaneElement.h>
 #include <Inventor/elements/SoEnvironmentElement.h>
 #include <Inventor/elements/SoLazyElement.h>
-#include <Inventor/elements/SoLightElement.h>
+#include <Inventor/elements/SoNormalElement.h>
 #include <Inventor/elements/SoViewportRegionElement.h>
-#include <Inventor/lists/SoNodeList.h>
 #include <Inventor/nodes/SoCamera.h>
-#include <Inventor/nodes/SoDirectionalLight.h>
 #include <Inventor/nodes/SoDrawStyle.h>
+#include <Inventor/nodes/SoIndexedTriangleStripSet.h>
 #include <Inventor/nodes/SoLightModel.h>
 #include <Inventor/nodes/SoMarkerSet.h>
 #include <Inventor/nodes/SoMaterialBinding.h>
-#include <Inventor/nodes/SoPointLight.h>
+#include <Inventor/nodes/SoNormalBinding.h>
 #include <Inventor/nodes/SoQuadMesh.h>
 #include <Inventor/nodes/SoShape.h>
 #include <Inventor/nodes/SoShapeHints.h>
-#include <Inventor/nodes/SoSpotLight.h>
 #include <Inventor/nodes/SoText2.h>
+#include <Inventor/nodes/SoTriangleStripSet.h>
 
 #include <algorithm>
 #include <array>
@@ -33,7 +37,6 @@
 ORAVANE_VECTORIZE_BEGIN
 
 using oravane::ColoredPoints;
-using oravane::Light;
 
 namespace {
 
@@ -127,6 +130,9 @@ void SoVectorizeAction::Traversal::registerCallbacks(SoCallbackAction &action) {
     action.addPostCallback(SoText2::getClassTypeId(), nodeCallback<&Traversal::drawText2>, this);
     action.addPostCallback(SoNode::getClassTypeId(), nodeCallback<&Traversal::finishNode>, this);
     action.addPreCallback(SoAnnoText3::getClassTypeId(), annoText3Callback, this);
+    action.addPreCallback(SoVRMLLight::getClassTypeId(), nodeCallback<&Traversal::addVrmlLight>, this);
+    action.addPreCallback(SoVRMLShape::getClassTypeId(), nodeCallback<&Traversal::openVrmlShape>, this);
+    action.addPostCallback(SoVRMLShape::getClassTypeId(), nodeCallback<&Traversal::closeVrmlShape>, this);
     action.addPreCallback(SoImage::getClassTypeId(), skipPrimitives, nullptr);
     action.addPostCallback(SoImage::getClassTypeId(), nodeCallback<&Traversal::drawImage>, this);
 }
@@ -144,6 +150,19 @@ void SoVectorizeAction::Traversal::finishNode(const SoNode *node) {
     if (m_pending != NOTHING)
         sendPoints(isMarkerSet ? const_cast<SoMarkerSet *>(static_cast<const SoMarkerSet *>(node)) : nullptr);
     m_shapeIsKnown = false;
+}
+
+void SoVectorizeAction::Traversal::addVrmlLight(const SoNode *node) {
+    m_sceneLights.add(m_callback->getState(), *static_cast<const SoVRMLLight *>(node));
+}
+
+/// The toolkit lets the appearance of such a shape leak to what follows it, except in rendering.
+void SoVectorizeAction::Traversal::openVrmlShape(const SoNode *) {
+    m_callback->getState()->push();
+}
+
+void SoVectorizeAction::Traversal::closeVrmlShape(const SoNode *) {
+    m_callback->getState()->pop();
 }
 
 // ---------------------------------------------------------------------------------- what a shape stands in
@@ -199,17 +218,33 @@ void SoVectorizeAction::Traversal::readShape() {
     s.lineWidth = action.getLineWidth();
     s.linePattern = action.getLinePattern();
     s.pointSize = action.getPointSize();
-
-    const SoNode *node = action.getCurPathTail();
-    s.quadRow = 0;
-    const auto binding = action.getMaterialBinding();
-    if (node && node->isOfType(SoQuadMesh::getClassTypeId()) &&
-        (binding == SoMaterialBinding::PER_FACE || binding == SoMaterialBinding::PER_FACE_INDEXED))
-        s.quadRow = static_cast<const SoQuadMesh *>(node)->verticesPerRow.getValue();
+    readFaceBindings();
+    readPlanes();
     readMaterials();
     s.isLit = m_action.isLightingEnabled() && action.getLightModel() == SoLightModel::PHONG;
     if (s.isLit)
         readLighting();
+}
+
+/// The toolkit's primitives have slips where quad meshes and triangle strips are bound by face.
+void SoVectorizeAction::Traversal::readFaceBindings() {
+    const SoNode *node = m_callback->getCurPathTail();
+    const auto isA = [&](SoType type) { return node && node->isOfType(type); };
+    const bool isQuadMesh = isA(SoQuadMesh::getClassTypeId());
+    const auto colors = m_callback->getMaterialBinding();
+    m_shape.quadRow = 0;
+    if (isQuadMesh &&
+        (colors == SoMaterialBinding::PER_FACE || colors == SoMaterialBinding::PER_FACE_INDEXED))
+        m_shape.quadRow = static_cast<const SoQuadMesh *>(node)->verticesPerRow.getValue();
+    const auto normals = m_callback->getNormalBinding();
+    m_shape.faceNormals = Shape::BY_VERTEX;
+    m_shape.numTriangles = 0;
+    if (normals == SoNormalBinding::PER_FACE || normals == SoNormalBinding::PER_FACE_INDEXED)
+        m_shape.faceNormals =
+            isQuadMesh ? Shape::OF_QUADS
+            : isA(SoTriangleStripSet::getClassTypeId()) || isA(SoIndexedTriangleStripSet::getClassTypeId())
+                ? Shape::OF_LAST_VERTEX
+                : Shape::BY_VERTEX;
 }
 
 void SoVectorizeAction::Traversal::readMaterials() {
@@ -231,46 +266,31 @@ void SoVectorizeAction::Traversal::readLighting() {
     m_shape.environment.attenuation.setValue(attenuation[2], attenuation[1], attenuation[0]);
     m_shape.environment.isTwoSided = m_callback->getVertexOrdering() != SoShapeHints::UNKNOWN_ORDERING &&
                                      m_callback->getShapeType() != SoShapeHints::SOLID;
-    readLights();
+    m_sceneLights.read(state, m_lights);
 }
 
-namespace {
-
-Light lightOf(const SoLight &node, const SbMatrix &toView) {
-    Light light;
-    light.intensity = node.intensity.getValue();
-    light.color = node.color.getValue();
-    if (node.isOfType(SoDirectionalLight::getClassTypeId())) {
-        light.direction = static_cast<const SoDirectionalLight &>(node).direction.getValue();
-    } else if (node.isOfType(SoPointLight::getClassTypeId())) {
-        light.kind = Light::POINT;
-        light.position = static_cast<const SoPointLight &>(node).location.getValue();
-    } else if (node.isOfType(SoSpotLight::getClassTypeId())) {
-        const auto &spot = static_cast<const SoSpotLight &>(node);
-        light.kind = Light::SPOT;
-        light.direction = spot.direction.getValue();
-        light.position = spot.location.getValue();
-        light.dropOffRate = spot.dropOffRate.getValue();
-        light.cutOffAngle = spot.cutOffAngle.getValue();
+/// What is cut away by planes of the scene is not on the page either.
+void SoVectorizeAction::Traversal::readPlanes() {
+    const SoClipPlaneElement *element = SoClipPlaneElement::getInstance(m_callback->getState());
+    std::vector<SbVec4f> planes;
+    // Far from the eye the clip coordinates of a point differ by little: floats would not do.
+    SbDPMatrix toClip(m_callback->getViewingMatrix());
+    toClip.multRight(SbDPMatrix(m_callback->getProjectionMatrix()));
+    const SbDPMatrix toWorld = element->getNum() > 0 ? toClip.inverse() : SbDPMatrix::identity();
+    for (int i = 0; i < element->getNum(); ++i) {
+        const SbPlane &plane = element->get(i);
+        const SbVec3f &normal = plane.getNormal();
+        const double world[] = {normal[0], normal[1], normal[2], -plane.getDistanceFromOrigin()};
+        SbVec4f inClip;
+        for (int row = 0; row < 4; ++row) {
+            double sum = 0;
+            for (int k = 0; k < 4; ++k)
+                sum += toWorld[row][k] * world[k];
+            inClip[row] = static_cast<float>(sum);
+        }
+        planes.push_back(inClip);
     }
-    toView.multVecMatrix(light.position, light.position);
-    toView.multDirMatrix(light.direction, light.direction);
-    if (light.direction.length() > 0)
-        light.direction.normalize();
-    return light;
-}
-
-} // namespace
-
-void SoVectorizeAction::Traversal::readLights() {
-    SoState *state = m_callback->getState();
-    const SoNodeList &nodes = SoLightElement::getLights(state);
-    m_lights.clear();
-    for (int i = 0; i < nodes.getLength(); ++i) {
-        const auto &node = *static_cast<const SoLight *>(nodes[i]);
-        if (node.on.getValue())
-            m_lights.push_back(lightOf(node, SoLightElement::getMatrix(state, i)));
-    }
+    m_clipper.setPlanes(planes);
 }
 
 // ------------------------------------------------------------------------------------------------- colours
@@ -293,7 +313,23 @@ SoVectorizeAction::Traversal::Color SoVectorizeAction::Traversal::colorOf(int in
             SoLazyElement::getTransparency(state, index) == 1.0f};
 }
 
+/// The normal of the triangle's vertex `k`: that of the face, under a binding by face.
+SbVec3f SoVectorizeAction::Traversal::normalOf(const SoPrimitiveVertex *const vertices[3], int k) const {
+    if (m_shape.faceNormals == Shape::BY_VERTEX)
+        return vertices[k]->getNormal();
+    if (m_shape.faceNormals == Shape::OF_LAST_VERTEX)
+        return vertices[2]->getNormal(); // the others still have those of the triangles before
+    const int face = (m_shape.numTriangles - 1) / 2;
+    const SoNormalElement *normals = SoNormalElement::getInstance(m_callback->getState());
+    if (face < normals->getNum())
+        return normals->get(face);
+    const SbVec3f &first = vertices[0]->getPoint();
+    const SbVec3f normal = (vertices[2]->getPoint() - first).cross(vertices[1]->getPoint() - first);
+    return m_callback->getVertexOrdering() == SoShapeHints::CLOCKWISE ? -normal : normal;
+}
+
 SoVectorizeAction::Traversal::Color SoVectorizeAction::Traversal::litColorOf(const SoPrimitiveVertex &vertex,
+                                                                             const SbVec3f &faceNormal,
                                                                              const SbVec4f &viewPoint) {
     oravane::LightMaterial material;
     float transparency = 0;
@@ -302,7 +338,7 @@ SoVectorizeAction::Traversal::Color SoVectorizeAction::Traversal::litColorOf(con
     if (transparency == 1.0f)
         return {SbColor(0, 0, 0), true};
     SbVec3f normal;
-    m_shape.normalToView.multDirMatrix(vertex.getNormal(), normal);
+    m_shape.normalToView.multDirMatrix(faceNormal, normal);
     if (normal.length() > 0)
         normal.normalize();
     const SbVec3f point(viewPoint[0], viewPoint[1], viewPoint[2]);
@@ -316,11 +352,12 @@ SoVectorizeAction::Traversal::Color SoVectorizeAction::Traversal::litColorOf(con
 bool SoVectorizeAction::Traversal::colorTriangle(const SoPrimitiveVertex *const vertices[3], SbVec4f *points,
                                                  SbColor *colors) {
     bool isVisible = false;
+    ++m_shape.numTriangles;
     const SbMatrix &first = m_shape.isLit ? m_shape.modelToView : m_shape.modelToClip;
     for (int k = 0; k < 3; ++k) {
         points[k] = transformed(first, homogeneous(vertices[k]->getPoint()));
-        const Color c =
-            m_shape.isLit ? litColorOf(*vertices[k], points[k]) : colorOf(materialIndex(*vertices[k]));
+        const Color c = m_shape.isLit ? litColorOf(*vertices[k], normalOf(vertices, k), points[k])
+                                      : colorOf(materialIndex(*vertices[k]));
         colors[k] = c.color;
         isVisible = isVisible || !c.isTransparent;
     }
@@ -401,7 +438,7 @@ void SoVectorizeAction::Traversal::sendPolyline() {
 /// Points outside are left out, but the colours stay where they were.
 void SoVectorizeAction::Traversal::sendMarks(SoMarkerSet *markerSet) {
     const int multicolor = oravane::isMulticolor(m_run.colors);
-    const int n = oravane::PageClipper::marks(m_run.points, m_shape.nearLimit);
+    const int n = m_clipper.marks(m_run.points, m_shape.nearLimit);
     emitMarks(m_run.points.data(), n, m_run.colors.data(), multicolor, markerSet);
 }
 
@@ -457,7 +494,7 @@ void SoVectorizeAction::Traversal::drawText(const SoMFString &strings, float spa
         return;
     const Color color = colorOf(0);
     SbVec4f point = transformed(shape->modelToClip, kOrigin);
-    if (color.isTransparent || !oravane::PageClipper::point(point, shape->nearLimit, true))
+    if (color.isTransparent || !m_clipper.point(point, shape->nearLimit, true))
         return;
     const char *font = m_callback->getFontName().getString();
     const int count = strings.getNum();
@@ -474,7 +511,7 @@ void SoVectorizeAction::Traversal::drawImage(const SoNode *node) {
     const auto &image = *static_cast<const SoImage *>(node);
     SbVec4f point = transformed(m_shape.modelToClip, kOrigin);
     m_shapeIsKnown = false; // this callback is the last of its node
-    if (!shape || !oravane::PageClipper::point(point, shape->nearLimit, false))
+    if (!shape || !m_clipper.point(point, shape->nearLimit, false))
         return;
     SbVec2s source;
     int components = 0;

@@ -6,6 +6,7 @@
 
 #include "vectorize/PageClipper.h"
 #include "vectorize/PageLighting.h"
+#include "vectorize/SceneLights.h"
 
 #include <Inventor/SbMatrix.h>
 #include <Inventor/actions/SoCallbackAction.h>
@@ -39,6 +40,9 @@ private:
         float lineWidth, pointSize;
         unsigned short linePattern;
         bool isLit;
+        /// Where a vertex' normal comes from.
+        enum FaceNormals { BY_VERTEX, OF_LAST_VERTEX, OF_QUADS } faceNormals;
+        int numTriangles;
         int quadRow; ///< vertices in a row of a quad mesh with a material per face, else 0
         /// The materials: one transparency for all, or null colours where the toolkit must be asked for each.
         const SbColor *diffuse;
@@ -61,6 +65,9 @@ private:
 
     void fitCamera(const SoNode *node);
     void finishNode(const SoNode *node);
+    void addVrmlLight(const SoNode *node);
+    void openVrmlShape(const SoNode *node);
+    void closeVrmlShape(const SoNode *node);
     void drawText2(const SoNode *node);
     void drawAnnoText3(const SoText3 &text);
     void drawText(const SoMFString &strings, float spacing, int justification, float size, float angle);
@@ -77,7 +84,8 @@ private:
     void readShape();
     void readMaterials();
     void readLighting();
-    void readLights();
+    void readFaceBindings();
+    void readPlanes();
     void enterView();
 
     struct Color {
@@ -86,7 +94,8 @@ private:
     };
     int materialIndex(const SoPrimitiveVertex &vertex) const;
     Color colorOf(int materialIndex);
-    Color litColorOf(const SoPrimitiveVertex &vertex, const SbVec4f &viewPoint);
+    SbVec3f normalOf(const SoPrimitiveVertex *const vertices[3], int k) const;
+    Color litColorOf(const SoPrimitiveVertex &vertex, const SbVec3f &faceNormal, const SbVec4f &viewPoint);
     bool colorTriangle(const SoPrimitiveVertex *const vertices[3], SbVec4f *points, SbColor *colors);
 
     void sendPoints(SoMarkerSet *markerSet);
@@ -103,6 +112,7 @@ private:
     std::unique_ptr<SoHLHSRVectorize> m_store;
     Shape m_shape;
     bool m_shapeIsKnown = false;
+    oravane::SceneLights m_sceneLights;
     std::vector<oravane::Light> m_lights;
     oravane::PageClipper m_clipper;
     Pending m_pending = NOTHING;

@@ -44,6 +44,10 @@ class SoVectorOutput;
 /// Line widths, marker sizes and font sizes are multiples of the nominal width. Setters ignore numbers that
 /// are not finite. An unknown unit counts 0 millimetres. Colours pass through the colour translation first.
 ///
+/// A page looks as the rendering of the scene does, but for what paper or the formats cannot do: a polygon
+/// has one colour, and a line segment that of its start; nothing shines through; textures, fog, back-face
+/// culling and depth-buffer settings do not count. Planes of `SoClipPlane` cut everything.
+///
 /// What is fully transparent (transparency exactly 1 at all vertices of a triangle, at both ends of a line,
 /// at the point) or has the invisible draw style draws nothing; a primitive with a coordinate that is not
 /// finite is left out. One traversal at a time: an action must not be applied from inside its own operations.

@@ -98,13 +98,13 @@ TEST(PageClipper, PolylineFallsIntoRuns) {
 
 TEST(PageClipper, MarksMoveUpAndTextOnlyLooksAtDepthWhenAskedTo) {
     Points points = {{0, 0, 0, 1}, {3, 0, 0, 1}, {2, 2, 0, 2}, {0, 0, -2, 1}, {0, 0, 3, 2}, {0, 1, 1, 1}};
-    ASSERT_EQ(PageClipper::marks(points, kNear), 3);
+    ASSERT_EQ(PageClipper().marks(points, kNear), 3);
     EXPECT_EQ(points[1], SbVec4f(1, 1, 0, 1));
     EXPECT_EQ(points[2], SbVec4f(0, 1, 1, 1));
     SbVec4f aside(3, 0, 0, 1), atEye(0, 0, 0, 0);
-    EXPECT_TRUE(PageClipper::point(aside, kNear, false));
-    EXPECT_FALSE(PageClipper::point(aside, kNear, true));
-    EXPECT_FALSE(PageClipper::point(atEye, kNear, false));
+    EXPECT_TRUE(PageClipper().point(aside, kNear, false));
+    EXPECT_FALSE(PageClipper().point(aside, kNear, true));
+    EXPECT_FALSE(PageClipper().point(atEye, kNear, false));
 }
 
 } // namespace
