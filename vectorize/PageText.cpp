@@ -117,6 +117,57 @@ PageText &PageText::fixed(double value, int digits) {
     return *this;
 }
 
+PageText &PageText::general(float value) {
+    constexpr int kDigits = 6, kLeastExponent = -4;
+    constexpr double kPowers[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
+    constexpr double kLimits[] = {1e-3, 1e-2, 1e-1, 1, 1e1, 1e2, 1e3, 1e4, 1e5};
+    const double magnitude = std::fabs(static_cast<double>(value));
+    if (!(magnitude >= 1e-4 && magnitude < 999999.5))
+        return slowGeneral(value);
+    int exponent = kLeastExponent;
+    for (const double limit : kLimits)
+        exponent += magnitude >= limit ? 1 : 0;
+    // As with the hundredths: a float times 10^9 fits a double without rounding.
+    const double sum = magnitude * kPowers[kDigits - 1 - exponent] + kRounder;
+    auto value6 =
+        static_cast<unsigned>(std::bit_cast<std::uint64_t>(sum) - std::bit_cast<std::uint64_t>(kRounder));
+    if (value6 == 1000000) {
+        value6 = 100000;
+        ++exponent;
+    }
+    char digits[kDigits];
+    int significant = 0;
+    for (int i = kDigits - 1; i >= 0; --i, value6 /= 10) {
+        digits[i] = static_cast<char>('0' + value6 % 10);
+        if (significant == 0 && digits[i] != '0')
+            significant = i + 1;
+    }
+    char *const begin = room(kLongestFast);
+    char *at = begin;
+    if (value < 0)
+        *at++ = '-';
+    const int whole = std::max(exponent + 1, 0); // digits before the point
+    at = whole > 0 ? std::copy_n(digits, whole, at) : std::fill_n(at, 1, '0');
+    *at++ = '.';
+    at = std::fill_n(at, std::max(-exponent - 1, 0), '0');
+    if (significant > whole)
+        at = std::copy(digits + whole, digits + significant, at);
+    m_size += at - begin;
+    return *this;
+}
+
+PageText &PageText::slowGeneral(float value) {
+    char digits[kLongestFast];
+    const char *const end = std::to_chars(digits, digits + sizeof digits, std::isfinite(value) ? value : 0.0f,
+                                          std::chars_format::general, 6)
+                                .ptr;
+    const std::string_view all(digits, end - digits);
+    if (all.find('.') != std::string_view::npos)
+        return *this << all;
+    const std::size_t mantissa = std::min(all.find('e'), all.size());
+    return *this << all.substr(0, mantissa) << "." << all.substr(mantissa);
+}
+
 PageText &PageText::hexByte(unsigned char byte) {
     return hex(byte, 2);
 }

@@ -21,6 +21,8 @@ public:
     PageText &fixed2(double value) { return fixed(value, 2); }
     /// "%.<digits>f", digits from 0 to 9.
     PageText &fixed(double value, int digits);
+    /// "%g" with a decimal point in any case: "12.", "0.5", "1.e-05".
+    PageText &general(float value);
     /// Two upper-case hexadecimal digits of a byte.
     PageText &hexByte(unsigned char byte);
     /// `width` upper-case hexadecimal digits of `value`.
@@ -34,6 +36,7 @@ public:
 
 private:
     char *room(std::size_t length);
+    PageText &slowGeneral(float value);
 
     std::unique_ptr<char[]> m_text;
     std::size_t m_size = 0, m_capacity = 0;

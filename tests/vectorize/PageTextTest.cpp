@@ -19,11 +19,21 @@ void expectAsPrinted(float value) {
     ASSERT_EQ(text.fixed2(value).view(), printed);
     ASSERT_EQ(shortText.shortFixed2(value), length) << printed;
     ASSERT_EQ(shortText.view(), shortenNumbers(printed)) << printed;
+
+    std::snprintf(printed, sizeof printed, "%g", static_cast<double>(value));
+    const std::string general = printed;
+    const std::size_t end = std::min(general.find('e'), general.size());
+    const bool hasPoint = general.find('.') != std::string::npos;
+    PageText generalText;
+    ASSERT_EQ(generalText.general(value).view(),
+              hasPoint ? general : general.substr(0, end) + "." + general.substr(end));
 }
 
 TEST(PageText, NumbersAreThoseOfPrintf) {
-    for (const float value : {0.0f, -0.0f, 0.005f, 0.015f, 0.125f, 0.375f, -0.125f, 0.995f, 99.995f, 1e-30f,
-                              -1e-30f, 16777215.0f, 8388607.5f, 2.2e13f, 2.3e13f, 1e15f, -3.4e38f, 190.0f})
+    for (const float value :
+         {0.0f,       -0.0f,      0.005f,      0.015f,    0.125f,    0.375f,      -0.125f, 0.995f, 99.995f,
+          1e-30f,     -1e-30f,    16777215.0f, 999999.5f, 999999.4f, 9.99999e-5f, 0.0001f, 1e-5f,  100000.5f,
+          0.1000005f, 8388607.5f, 2.2e13f,     2.3e13f,   1e15f,     -3.4e38f,    190.0f})
         expectAsPrinted(value);
     std::mt19937 random(7);
     for (int i = 0; i < 200000; ++i) {

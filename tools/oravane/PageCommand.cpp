@@ -127,6 +127,11 @@ void PageCommand::addLines() {
 void PageCommand::addFormatOptions() {
     app->option_defaults()->group("Formats");
     app->add_flag("--grey", options.isGrey, "ps: grey levels in place of colours");
+    app->add_flag("--binary", options.isBinary, "cgm: the binary encoding in place of clear text");
+    app->add_flag("--indexed", options.isIndexed, "cgm: a table of 256 colours in place of any colours");
+    addChoice(*app, "--cgm-version", options.cgmVersion, kCgmVersions,
+              "cgm: version of the metafile; 3 has line ends, joins and dashes as they are, and transparent "
+              "pixels of images");
 }
 
 /// As the command line says, or as the name of the page does.

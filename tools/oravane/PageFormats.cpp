@@ -1,6 +1,8 @@
 #include "tools/oravane/PageFormats.h"
 
 #include <oravane/SoVectorOutput.h>
+#include <oravane/SoVectorizeCGMAction.h>
+#include <oravane/SoVectorizeHPGLAction.h>
 #include <oravane/SoVectorizePSAction.h>
 
 #include <algorithm>
@@ -22,6 +24,18 @@ std::unique_ptr<Action> newPostScript(const PageOptions &options) {
     return action;
 }
 
+std::unique_ptr<Action> newMetafile(const PageOptions &options) {
+    auto action = std::make_unique<SoVectorizeCGMAction>();
+    action->getOutput()->setVersion(options.cgmVersion);
+    action->getOutput()->setBinary(options.isBinary);
+    action->getOutput()->setIndexed(options.isIndexed);
+    return action;
+}
+
+std::unique_ptr<Action> newPlot(const PageOptions &) {
+    return std::make_unique<SoVectorizeHPGLAction>();
+}
+
 std::string points(float millimeters) {
     return std::to_string(std::lround(millimeters * 72 / 25.4));
 }
@@ -41,6 +55,8 @@ void requestSheet(std::string &page, const std::string &path, const PageOptions 
 
 const PageFormat kFormats[] = {
     {"ps", "PostScript", {"ps", "eps"}, {"--grey"}, false, newPostScript, requestSheet},
+    {"cgm", "CGM", {"cgm"}, {"--binary", "--indexed", "--cgm-version"}, false, newMetafile, nullptr},
+    {"hpgl", "HP-GL/2", {"hpgl", "plt", "hpg"}, {}, true, newPlot, nullptr},
 };
 
 void setUp(Action &action, const PageFormat &format, const PageOptions &options) {
