@@ -70,7 +70,7 @@ void FileOptions::addTo(CLI::App &app, const std::string &what) {
     app.add_option("scenes", inputs, "Inventor or VRML files, text or binary, also packed by gzip")
         ->required()
         ->type_name("FILE...");
-    app.option_defaults()->group("Files");
+    app.option_defaults()->group("Files")->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
     app.add_option("-o,--output", output,
                    "The " + what + ", a folder for several scenes, or - for standard output; by default " +
                        what + "s are named as their scenes, in the present folder")

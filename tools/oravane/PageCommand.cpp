@@ -22,8 +22,8 @@ constexpr Choice<Action::HLHSRMode> kHiddenParts[] = {
     {"lines", Action::HLHSR_LINE_REMOVAL},
 };
 constexpr Choice<Action::ColorTranslationMethod> kColors[] = {
-    {"swap", Action::SWAP_BLACK_WHITE},
     {"keep", Action::KEEP_COLORS},
+    {"swap", Action::SWAP_BLACK_WHITE},
     {"complement", Action::COMPLEMENT_COLORS},
 };
 constexpr Choice<Action::EndLineStyle> kLineEnds[] = {
@@ -99,13 +99,12 @@ void PageCommand::addSheet() {
 
 void PageCommand::addDrawing() {
     app->option_defaults()->group("Drawing");
-    addChoice(
-        *app, "--hidden-lines", options.hiddenParts, kHiddenParts,
-        "What hides what; none: the order of the scene stands, sort: far to near, full: the same with a "
-        "look at each overlap, lines: nothing but the visible parts of lines");
+    addChoice(*app, "--hidden-lines", options.hiddenParts, kHiddenParts,
+              "What hides what: nothing, in the order of the scene; far to near; that with a look at each "
+              "overlap; or lines and outlines only, and of them what is visible");
     app->add_flag("--lighting", options.isLit, "Light the surfaces; a scene without lights gets a headlight");
     addChoice(*app, "--colors", options.colors, kColors,
-              "keep them, swap black and white (of a scene for a dark screen), or take complements");
+              "Colours as they are, black and white exchanged (a scene for a dark screen), or complements");
 }
 
 void PageCommand::addLines() {
@@ -165,10 +164,8 @@ void PageCommand::check(const PageFormat &format) const {
 
 std::string PageCommand::draw(const PageFormat &format, const FileJob &job) const {
     const SbVec2f size = options.drawing();
-    const CompleteScene scene = completeScene(readScene(job.input), size[0] / size[1], options.isLit);
-    if (scene.isEmpty)
-        addSceneMessage(job.input + ": nothing is in the scene");
-    return drawPage(format, scene.root.get(), job.output, options);
+    const ScenePtr scene = completeScene(readScene(job.input), size[0] / size[1], options.isLit);
+    return drawPage(format, scene.get(), job.output, options);
 }
 
 bool PageCommand::run() const {

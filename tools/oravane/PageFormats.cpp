@@ -54,9 +54,9 @@ void requestSheet(std::string &page, const std::string &path, const PageOptions 
 }
 
 const PageFormat kFormats[] = {
-    {"ps", "PostScript", {"ps", "eps"}, {"--grey"}, false, newPostScript, requestSheet},
-    {"cgm", "CGM", {"cgm"}, {"--binary", "--indexed", "--cgm-version"}, false, newMetafile, nullptr},
-    {"hpgl", "HP-GL/2", {"hpgl", "plt", "hpg"}, {}, true, newPlot, nullptr},
+    {"ps", "PostScript", {"ps", "eps"}, {"--grey"}, false, true, newPostScript, requestSheet},
+    {"cgm", "CGM", {"cgm"}, {"--binary", "--indexed", "--cgm-version"}, false, false, newMetafile, nullptr},
+    {"hpgl", "HP-GL/2", {"hpgl", "plt", "hpg"}, {}, true, true, newPlot, nullptr},
 };
 
 void setUp(Action &action, const PageFormat &format, const PageOptions &options) {
@@ -66,11 +66,12 @@ void setUp(Action &action, const PageFormat &format, const PageOptions &options)
     action.setHLHSRMode(options.hiddenParts);
     action.enableLighting(options.isLit);
     action.setColorTranslationMethod(options.colors);
-    if (options.background)
-        action.setBackgroundColor(1, *options.background);
-    // A frame is black on paper, whatever becomes of the colours of the scene.
+    // The action translates these colours like all others: here are those that end as white and black.
     const bool isKept = options.colors == Action::KEEP_COLORS;
-    action.setBorder(options.borderWidth, isKept ? SbColor(0, 0, 0) : SbColor(1, 1, 1));
+    const SbColor paper = isKept ? SbColor(1, 1, 1) : SbColor(0, 0, 0), ink = SbColor(1, 1, 1) - paper;
+    if (options.background || !format.hasPaper)
+        action.setBackgroundColor(1, options.background.value_or(paper));
+    action.setBorder(options.borderWidth, ink);
     action.setNominalWidth(options.lineWidth, Action::MILLIMETER);
     action.setLineEndStyle(options.lineEnds);
     action.setLineJoinsStyle(options.lineJoins);

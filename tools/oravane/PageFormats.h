@@ -48,6 +48,9 @@ struct PageFormat {
     std::vector<std::string_view> ownOptions; ///< of the command line, for this format only
     /// Whether a sheet that is wider than high lies turned on the device.
     bool isTurned;
+    /// Whether what is not drawn on is sure to be white. Where it is not, a page without a background gets a
+    /// white one.
+    bool hasPaper;
     std::unique_ptr<SoVectorizeAction> (*newAction)(const PageOptions &options);
     /// What the finished page needs for this path and these options; may be null.
     void (*finish)(std::string &page, const std::string &path, const PageOptions &options);

@@ -50,10 +50,8 @@ void PictureCommand::addTo(CLI::App &app) {
 
 std::string PictureCommand::draw(const FileJob &job, HeadlessRenderer &renderer) const {
     const float aspect = static_cast<float>(size[0]) / static_cast<float>(size[1]);
-    const CompleteScene scene = completeScene(readScene(job.input), aspect, true);
-    if (scene.isEmpty)
-        addSceneMessage(job.input + ": nothing is in the scene");
-    return encodePng(renderer.render(scene.root.get(), size[0], size[1]));
+    const ScenePtr scene = completeScene(readScene(job.input), aspect, true);
+    return encodePng(renderer.render(scene.get(), size[0], size[1]));
 }
 
 bool PictureCommand::run() const {

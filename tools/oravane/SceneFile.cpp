@@ -86,6 +86,11 @@ std::string placeIn(std::string_view text) {
     return presentFile().empty() ? "" : presentFile() + ": ";
 }
 
+void addMessage(const std::string &line) {
+    if (messages().empty() || messages().back() != line)
+        messages().push_back(line);
+}
+
 void keepMessage(const SoError *error, void *) {
     const std::string_view whole = error->getDebugString().getString();
     // A reading error about the same image follows.
@@ -95,7 +100,7 @@ void keepMessage(const SoError *error, void *) {
     for (const std::string_view start : {"Coin read error: ", "Coin error in ", "Coin warning in "})
         if (text.starts_with(start))
             text.erase(0, start.size());
-    addSceneMessage(placeIn(whole) + reworded(text));
+    addMessage(placeIn(whole) + reworded(text));
 }
 
 [[noreturn]] void fail(const std::string &path, const std::string &reason) {
@@ -171,11 +176,6 @@ void startScenes() {
     static_cast<void>(isStarted);
 }
 
-void addSceneMessage(const std::string &line) {
-    if (messages().empty() || messages().back() != line)
-        messages().push_back(line);
-}
-
 std::vector<std::string> takeSceneMessages() {
     return std::exchange(messages(), {});
 }
@@ -194,31 +194,39 @@ ScenePtr readScene(const std::string &path) {
     // The toolkit may make an empty scene of a damaged file.
     if (!scene || (scene->getNumChildren() == 0 && !messages().empty())) {
         const std::vector<std::string> said = takeSceneMessages();
-        if (said.empty())
+        // Numbers out of range are replaced, and reading goes on.
+        const auto reason = std::find_if(said.begin(), said.end(), [](const std::string &line) {
+            return line.find("replacing with") == std::string::npos;
+        });
+        if (reason == said.end())
             fail(path, "damaged, or not in the form that its first line names");
-        throw std::runtime_error(said.front());
+        throw std::runtime_error(*reason);
     }
     return scene;
 }
 
-CompleteScene completeScene(ScenePtr scene, float aspect, bool isLit) {
-    CompleteScene complete{ScenePtr(new SoSeparator)};
-    complete.root->ref();
+ScenePtr completeScene(ScenePtr scene, float aspect, bool isLit) {
+    ScenePtr root(new SoSeparator);
+    root->ref();
     const Fittings fittings = fittingsOf(scene.get());
     // Ahead of the camera, a light keeps its direction in the view.
     if (isLit && !fittings.hasLight)
-        complete.root->addChild(new SoDirectionalLight);
+        root->addChild(new SoDirectionalLight);
     if (!fittings.hasCamera) {
-        constexpr short kSide = 1000;
-        SoGetBoundingBoxAction action(
-            SbViewportRegion(static_cast<short>(kSide * std::min(aspect, 30.0f)), kSide));
+        constexpr float kSide = 1000; // in pixels, by which some texts have their sizes
+        const float width = kSide * std::clamp(aspect, 0.03f, 30.0f);
+        SoGetBoundingBoxAction action(SbViewportRegion(static_cast<short>(width), static_cast<short>(kSide)));
         action.apply(scene.get());
         const SbBox3f box = action.getBoundingBox();
-        complete.isEmpty = box.isEmpty();
-        complete.root->addChild(complete.isEmpty ? new SoPerspectiveCamera : newCamera(box, aspect));
+        SoCamera *camera = box.isEmpty() ? new SoPerspectiveCamera : newCamera(box, aspect);
+        root->addChild(camera);
+        if (box.isEmpty())
+            addMessage(presentFile() + ": nothing is in the scene");
+        else if (!std::isfinite(camera->farDistance.getValue()))
+            addMessage(presentFile() + ": the scene is too large for a camera");
     }
-    complete.root->addChild(scene.get());
-    return complete;
+    root->addChild(scene.get());
+    return root;
 }
 
 } // namespace oravane

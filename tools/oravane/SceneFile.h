@@ -22,9 +22,6 @@ void startScenes();
 /// "Foo"", the file and the line where they are known; no line twice in a row.
 std::vector<std::string> takeSceneMessages();
 
-/// One more line for `takeSceneMessages`.
-void addSceneMessage(const std::string &line);
-
 /// All nodes of an Inventor or VRML file: text or binary, packed by gzip or not. Files that it names are
 /// looked for beside it. Throws `std::runtime_error` with one line that names the file, and the line where
 /// the reading ended; messages that did not end it stay for `takeSceneMessages`.
@@ -32,12 +29,9 @@ ScenePtr readScene(const std::string &path);
 
 /// What a scene lacks for being drawn is put before it: for one without a camera a camera that sees all of
 /// it from the front, in a drawing whose width is `aspect` times its height; for one without a light, if
-/// `isLit`, a light that shines the way the viewer looks.
-struct CompleteScene {
-    ScenePtr root;
-    bool isEmpty = false; ///< there was nothing that the camera could be directed at
-};
-CompleteScene completeScene(ScenePtr scene, float aspect, bool isLit);
+/// `isLit`, a light that shines the way the viewer looks. A scene in which there is nothing to direct a
+/// camera at is drawn all the same, with a line for `takeSceneMessages`.
+ScenePtr completeScene(ScenePtr scene, float aspect, bool isLit);
 
 } // namespace oravane
 
