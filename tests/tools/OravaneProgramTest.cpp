@@ -155,7 +155,7 @@ TEST_F(OravaneProgram, TheNameOrTheOptionChoosesTheFormat) {
         {"--format cgm --cgm-version 3 --cgm-version 1 --indexed", "a.cgm", "BEGMF", "COLRMODE INDEXED;"},
         {"--format cgm --cgm-version 3 --landscape", "a.cgm", "BEGMF", "VDCEXT 0. 0. 297. 210.;"},
         {"-o a.ps --format cgm --binary", "a.ps", "", "Binary Image from PLOT"},
-        {"-o a.plt", "a.plt", "\x1b%-1B", "PS8400,11880;"},
+        {"-o a.PLT", "a.PLT", "\x1b%-1B", "PS8400,11880;"},
         {"-o a.hpg --landscape", "a.hpg", "\x1b%-1B\nIN;RO90;", "PS8400,11880;"},
         {"--format hpgl --size 100x50 --pens black,red", "a.hpgl", "\x1b%-1B", "NP2;"},
     };
@@ -289,6 +289,7 @@ TEST_F(OravaneProgram, RefusesAWrongCommandLineBeforeAnythingIsWritten) {
         {"page a.iv d/a.iv", "a.iv and d/a.iv would both become a.ps"},
         {"page a.iv d/a.iv -o all.ps", "several scenes need a folder for their files, and all.ps is none"},
         {"page a.iv d/a.iv -o a.iv", "several scenes need a folder for their files, and a.iv is none"},
+        {"page a.iv d/a.iv -o -", "several scenes need a folder for their files, and - is none"},
         {"page a.iv --format ps -o d/../a.iv", "d/../a.iv is an input, and would be overwritten"},
         {"picture a.iv -o a.jpg", "pictures are PNG files: let the name a.jpg end with .png"},
         {"picture a.iv --size 10", "--size: \"10\" is no picture size"},

@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t kTextColumn = 28, kLastColumn = 100;
 
 /// `left`, and `text` in the column beside it.
-std::string entry(std::string left, const std::string &text) {
+std::string entry(const std::string &left, const std::string &text) {
     std::string lines = left.size() < kTextColumn ? left : left + "\n";
     std::size_t column = left.size() < kTextColumn ? left.size() : 0;
     std::istringstream words(text);
@@ -65,8 +65,8 @@ std::string HelpFormatter::make_subcommand(const CLI::App *command) const {
 
 void FileOptions::addTo(CLI::App &app, const std::string &what) {
     std::string typeName = what;
-    std::transform(typeName.begin(), typeName.end(), typeName.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    for (char &c : typeName)
+        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
     app.add_option("scenes", inputs, "Inventor or VRML files, text or binary, also packed by gzip")
         ->required()
         ->type_name("FILE...");
@@ -83,8 +83,10 @@ std::string FileOptions::extension() const {
     std::error_code ignored;
     if (inputs.size() > 1 || fs::is_directory(output, ignored))
         return "";
-    const std::string withDot = fs::path(output).extension().string();
-    return withDot.substr(withDot.empty() ? 0 : 1);
+    std::string name = fs::path(output).extension().string();
+    for (char &c : name)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return name.empty() ? name : name.substr(1);
 }
 
 } // namespace oravane

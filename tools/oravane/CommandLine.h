@@ -36,8 +36,8 @@ struct FileOptions {
 
     /// `what` is what the command makes: "page".
     void addTo(CLI::App &app, const std::string &what);
-    /// The extension of the one file that is to be made, without its dot; empty when it has none, and for a
-    /// folder.
+    /// The extension of the one file that is to be made, without its dot and in small letters; empty
+    /// when it has none, and for a folder.
     std::string extension() const;
 };
 

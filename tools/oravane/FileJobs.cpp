@@ -75,7 +75,9 @@ FilePlan planJobs(const std::vector<std::string> &inputs, const std::string &out
     if (inputs.size() == 1 && !isFolder) {
         plan.jobs.push_back({inputs[0], output});
     } else {
-        if (!isFolder && (fs::exists(output, ignored) || fs::path(output).extension() == suffix))
+        const bool isFile =
+            output == "-" || fs::exists(output, ignored) || fs::path(output).extension() == suffix;
+        if (!isFolder && isFile)
             throw UsageError("several scenes need a folder for their files, and " + output + " is none");
         plan.folder = output;
         for (const std::string &input : inputs)
