@@ -45,7 +45,7 @@ std::string points(float millimeters) {
 void requestSheet(std::string &page, const std::string &path, const PageOptions &options) {
     constexpr std::string_view kEndOfComments = "%%EndComments\n";
     const std::size_t at = page.find(kEndOfComments);
-    if (path.ends_with(".eps") || at == std::string::npos)
+    if (path.ends_with(".eps") || path.ends_with(".EPS") || at == std::string::npos)
         return;
     const SbVec2f sheet = options.sheet();
     page.insert(at + kEndOfComments.size(), "/setpagedevice where { pop 1 dict dup /PageSize [ " +
