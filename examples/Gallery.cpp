@@ -9,7 +9,8 @@
 #include <oravane/PoMiscTextAttr.h>
 #include <oravane/PoNonLinearDataMapping2.h>
 #include <oravane/PoNumericDisplayFormat.h>
-#include <oravane/SoPSVectorOutput.h>
+#include <oravane/SoVectorizeCGMAction.h>
+#include <oravane/SoVectorizeHPGLAction.h>
 #include <oravane/SoVectorizePSAction.h>
 
 #include <Inventor/nodes/SoDepthBuffer.h>
@@ -94,13 +95,14 @@ PoMeshContouring *newLabelledLines(PbMesh2D *mesh, int majorPeriod, float gap, f
     return lines;
 }
 
-void writePageAndPicture(oravane::Example &example, const std::string &name, SoNode *scene,
-                         const PageOptions &options) {
-    constexpr float PIXELS_PER_MILLIMETER = 5;
-    SoVectorizePSAction page;
-    const SbVec2f start(10, 10), size(options.width, options.height);
-    page.setStartPosition(start, SoVectorizeAction::MILLIMETER);
-    page.setDrawingDimensions(size, SoVectorizeAction::MILLIMETER);
+namespace {
+
+constexpr float PIXELS_PER_MILLIMETER = 5;
+
+void writePage(oravane::Example &example, const std::string &name, SoVectorizeAction &page, SoNode *scene,
+               const PageOptions &options) {
+    page.setStartPosition(10, 10, SoVectorizeAction::MILLIMETER);
+    page.setDrawingDimensions(options.width, options.height, SoVectorizeAction::MILLIMETER);
     page.setHLHSRMode(static_cast<SoVectorizeAction::HLHSRMode>(options.hiddenSurfaceMode));
     page.enableLighting(options.isLit);
     page.setOrientation(options.isLandscape ? SoVectorizeAction::LANDSCAPE : SoVectorizeAction::PORTRAIT);
@@ -108,7 +110,7 @@ void writePageAndPicture(oravane::Example &example, const std::string &name, SoN
     page.setNominalWidth(1 / PIXELS_PER_MILLIMETER, SoVectorizeAction::MILLIMETER);
     page.setColorTranslationMethod(SoVectorizeAction::KEEP_COLORS); // the pictures are on white too
     page.setBorder(1, SbColor(0.3f, 0.3f, 0.3f));
-    const std::string file = example.outFile(name + ".ps");
+    const std::string file = example.outFile(name);
     if (!page.getOutput()->openFile(file.c_str()))
         throw std::runtime_error("cannot write " + file);
     if (options.overlay) {
@@ -121,7 +123,25 @@ void writePageAndPicture(oravane::Example &example, const std::string &name, SoN
         page.apply(scene);
     }
     page.getOutput()->closeFile();
+}
 
+void writeEveryFormat(oravane::Example &example, const std::string &name, SoNode *scene, PageOptions options) {
+    SoVectorizeHPGLAction hpgl;
+    writePage(example, name + ".hpgl", hpgl, scene, options);
+    SoVectorizeCGMAction cgm;
+    writePage(example, name + ".cgm", cgm, scene, options);
+    cgm.getOutput()->setBinary(1);
+    writePage(example, name + ".binary.cgm", cgm, scene, options);
+    SoVectorizePSAction ps;
+    options.hiddenSurfaceMode = SoVectorizeAction::HLHSR_NONE;
+    for (const char *mode : {".none.ps", ".sort.ps", ".full.ps", ".lines.ps"}) {
+        writePage(example, name + mode, ps, scene, options);
+        ++options.hiddenSurfaceMode;
+    }
+}
+
+void writePicture(oravane::Example &example, const std::string &name, SoNode *scene,
+                  const PageOptions &options) {
     auto *picture = new SoSeparator;
     picture->ref();
     picture->addChild(scene);
@@ -137,4 +157,17 @@ void writePageAndPicture(oravane::Example &example, const std::string &name, SoN
                                       static_cast<int>(std::lround(options.width * PIXELS_PER_MILLIMETER)),
                                       static_cast<int>(std::lround(options.height * PIXELS_PER_MILLIMETER))));
     picture->unref();
+}
+
+} // namespace
+
+void writePageAndPicture(oravane::Example &example, const std::string &name, SoNode *scene,
+                         const PageOptions &options) {
+    if (example.everyFormat()) {
+        writeEveryFormat(example, name, scene, options);
+        return;
+    }
+    SoVectorizePSAction page;
+    writePage(example, name + ".ps", page, scene, options);
+    writePicture(example, name, scene, options);
 }

@@ -32,8 +32,8 @@ void nameOutFiles(const Example &example) {
 
 } // namespace
 
-Example::Example(std::string outFolder, std::string dataFolder)
-    : m_outFolder(std::move(outFolder)), m_dataFolder(std::move(dataFolder)) {}
+Example::Example(std::string outFolder, std::string dataFolder, bool everyFormat)
+    : m_outFolder(std::move(outFolder)), m_dataFolder(std::move(dataFolder)), m_everyFormat(everyFormat) {}
 
 std::string Example::dataFile(const std::string &name) const {
     return (fs::path(m_dataFolder) / name).string();
@@ -46,10 +46,16 @@ std::string Example::outFile(const std::string &name) {
 
 int runExample(int argc, char **argv, const std::function<void(Example &)> &body) {
     std::string outFolder = "out", dataFolder = ORAVANE_DATA_FOLDER;
+    bool everyFormat = false;
     for (int i = 1; i < argc; i += 2) {
         const std::string_view option = argv[i];
+        if (option == "--every-format") {
+            everyFormat = true;
+            --i; // it has no value
+            continue;
+        }
         if ((option != "--out" && option != "--data") || i + 1 == argc) {
-            std::fprintf(stderr, "usage: %s [--out DIR] [--data DIR]\n", argv[0]);
+            std::fprintf(stderr, "usage: %s [--out DIR] [--data DIR] [--every-format]\n", argv[0]);
             return 2;
         }
         (option == "--out" ? outFolder : dataFolder) = argv[i + 1];
@@ -57,7 +63,7 @@ int runExample(int argc, char **argv, const std::function<void(Example &)> &body
     setenv("COIN_FORCE_FREETYPE_OFF", "1", 1);
     try {
         makeFolder(outFolder);
-        Example example(outFolder, dataFolder);
+        Example example(outFolder, dataFolder, everyFormat);
         body(example);
         nameOutFiles(example);
     } catch (const std::exception &error) {

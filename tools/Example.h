@@ -10,7 +10,7 @@ namespace oravane {
 /// What an example knows of the world outside: where its data is, and where its pages go.
 class Example {
 public:
-    Example(std::string outFolder, std::string dataFolder);
+    Example(std::string outFolder, std::string dataFolder, bool everyFormat = false);
 
     /// The path of a file of examples/data.
     std::string dataFile(const std::string &name) const;
@@ -20,13 +20,17 @@ public:
 
     const std::vector<std::string> &outFiles() const { return m_outFiles; }
 
+    /// Whether pages are wanted in each format and with each way of hiding, instead of one page and picture.
+    bool everyFormat() const { return m_everyFormat; }
+
 private:
     std::string m_outFolder, m_dataFolder;
+    bool m_everyFormat;
     std::vector<std::string> m_outFiles;
 };
 
-/// The frame of each example program. Reads `--out DIR` (made when missing; default `out`) and `--data DIR`,
-/// runs `body`, and names the files that were written. Text is drawn with the toolkit's built-in font, so
+/// The frame of each example program. Reads `--out DIR` (made when missing; default `out`), `--data DIR` and
+/// `--every-format`, runs `body`, and names the files that were written. Text is drawn with the toolkit's built-in font, so
 /// that a page is the same on every machine. Returns the exit status of `main`: 0, 1 after one line on
 /// standard error when `body` threw or a file was not written, 2 for a wrong command line.
 ///

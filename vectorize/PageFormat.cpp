@@ -62,8 +62,9 @@ SbBox2f imageBox(const SbVec2f &point, const SbVec2s &size, float pixel, SoImage
 MarkerBits markerBits(int markerIndex) {
     MarkerBits marker;
     SbBool isLsbFirst = FALSE;
-    if (!SoMarkerSet::getMarker(markerIndex, marker.size, marker.bytes, isLsbFirst) || marker.size[0] <= 0 ||
-        marker.size[1] <= 0)
+    // The toolkit looks below its table for an index below 0.
+    if (markerIndex < 0 || !SoMarkerSet::getMarker(markerIndex, marker.size, marker.bytes, isLsbFirst) ||
+        marker.size[0] <= 0 || marker.size[1] <= 0)
         marker.bytes = nullptr;
     // Both kinds are stored bottom row first, most significant bit first; the built-in ones in words.
     const int padding = markerIndex < SoMarkerSet::NUM_MARKERS ? 4 : 1;

@@ -1,4 +1,5 @@
 #include <oravane/SoHLHSRVectorize.h>
+#include <oravane/SoHiddenLines.h>
 #include <oravane/SoPainter.h>
 #include <oravane/SoVectorizeAction.h>
 
@@ -19,6 +20,7 @@ struct SoHLHSRVectorize::Batch {
     std::pmr::monotonic_buffer_resource storage{std::size_t{1} << 16};
     PrimitiveList list;
     int nextPriority = 0;
+    std::unique_ptr<SoHiddenLines> hiddenLines; ///< takes polygons and polylines in their place, if there
 };
 
 SoHLHSRVectorize::SoHLHSRVectorize(SoVectorizeAction *action, HLHSRMode mode)
@@ -28,6 +30,8 @@ SoHLHSRVectorize::~SoHLHSRVectorize() = default;
 
 void SoHLHSRVectorize::startHLHSR() {
     m_batch = std::make_unique<Batch>();
+    if (m_mode == LINE_REMOVAL)
+        m_batch->hiddenLines = std::make_unique<SoHiddenLines>();
 }
 
 void SoHLHSRVectorize::endHLHSR() {
@@ -36,7 +40,19 @@ void SoHLHSRVectorize::endHLHSR() {
     SoPainter painter(&m_batch->list, this, m_mode != FULL_SORT);
     painter.apply();
     painter.display();
+    if (m_batch->hiddenLines)
+        printVisibleLines(*m_batch->hiddenLines);
     m_batch.reset();
+}
+
+void SoHLHSRVectorize::printVisibleLines(SoHiddenLines &lines) {
+    int count = 0;
+    const std::unique_ptr<SoHiddenLines::Polyline[]> visible(lines.computeHiddenLines(count));
+    for (int i = 0; i < count; ++i) {
+        const SoHiddenLines::Polyline &line = visible[i];
+        const std::vector<SbColor> colors(line.num, line.color);
+        printPolyLine(line.points.get(), line.num, colors.data(), 0, line.width, line.pattern);
+    }
 }
 
 template <class P, class... Values>
@@ -51,12 +67,33 @@ void SoHLHSRVectorize::store(const SbVec4f *points, int n, const Values &...valu
 
 void SoHLHSRVectorize::storePolygon(const SbVec4f *points, int n, const SbColor *colors, int multicolor,
                                     float width, float size, unsigned short pattern, PolyGon::Style style) {
+    if (m_batch && m_batch->hiddenLines) {
+        if (points && colors && n > 0)
+            m_batch->hiddenLines->addPolygon(points, n, colors[0], width, pattern);
+        return;
+    }
     store<PolyGon>(points, n, n, points, colors, multicolor, width, size, pattern, style);
 }
 
 void SoHLHSRVectorize::storePolyLine(const SbVec4f *points, int n, const SbColor *colors, int multicolor,
                                      float width, unsigned short pattern) {
+    if (m_batch && m_batch->hiddenLines) {
+        storeRuns(points, n, colors, multicolor, width, pattern);
+        return;
+    }
     store<PolyLine>(points, n, n, points, colors, multicolor, width, pattern);
+}
+
+/// Hidden lines have one colour each: a line of many is stored as runs of segments of one, that of their
+/// start.
+void SoHLHSRVectorize::storeRuns(const SbVec4f *points, int n, const SbColor *colors, int multicolor,
+                                 float width, unsigned short pattern) {
+    for (int begin = 0, end = 0; points && colors && begin + 1 < n; begin = end) {
+        end = multicolor ? begin + 1 : n - 1;
+        while (end + 1 < n && colors[end] == colors[begin])
+            ++end;
+        m_batch->hiddenLines->addPolyline(points + begin, end - begin + 1, colors[begin], width, pattern);
+    }
 }
 
 void SoHLHSRVectorize::storePolyMark(const SbVec4f *points, int n, const SbColor *colors, int multicolor,

@@ -16,6 +16,7 @@ namespace {
 constexpr float kUnitsPerMillimeter = 40;
 constexpr int kPaletteSize = 256;
 constexpr unsigned short kSolid = 0xFFFF;
+constexpr int kRealDigits = 6;         ///< as "%f"
 constexpr float kLeastWritten = 0.01f; ///< what "%.2f" does not write as 0
 constexpr char kEndOfLabel = '\x03';
 
@@ -180,7 +181,6 @@ SbBox2f SoVectorizeHPGLAction::drawingBox() const {
 }
 
 void SoVectorizeHPGLAction::writeWindow(const SbBox2f &window) {
-    constexpr int kRealDigits = 6; // as "%f"
     m_page->hasWindow = true;
     m_page->window = window;
     oravane::PageText &text = m_page->text;
@@ -265,7 +265,7 @@ void SoVectorizeHPGLAction::printPolyLine(const SbVec4f *points, int n, const Sb
     oravane::PageText &text = m_page->text;
     if (lineWidth != m_page->lineWidth) {
         m_page->lineWidth = lineWidth;
-        (text << "PW").fixed(lineWidth, 6);
+        (text << "PW").fixed(lineWidth, kRealDigits);
     }
     text << "PE";
     if (pen != m_page->pen) {
@@ -323,7 +323,6 @@ void SoVectorizeHPGLAction::printPolyMark(const SbVec4f *points, int n, const Sb
 
 void SoVectorizeHPGLAction::printText2(SbVec4f point, SbColor color, const char *fontName, float size,
                                        const char *string, int justification, float angle) {
-    constexpr int kRealDigits = 6; // as "%f"
     if (!(size >= kLeastWritten) || !std::isfinite(size))
         return;
     selectPen(assignColor(color, getNominalMillimeters()));

@@ -1,11 +1,14 @@
-// Pages of 10 thousand to a million triangles. The growth that is fitted over the sizes is printed behind
-// each family; the counters give triangles per second and bytes per triangle. With gl2ps on the machine its
-// pages of the same triangles follow, and the ratios at the end: how many times faster, how many times
-// smaller.
+// Pages of 10 thousand to a million triangles in every format and mode. The growth that is fitted over the
+// sizes is printed behind each family; the counters give triangles per second, bytes of the page for each
+// triangle, and the memory that a page takes at its peak, beyond that of the scene, for each triangle. With
+// gl2ps on the machine its pages of the same triangles follow, and the ratios at the end: how many times
+// faster, how many times smaller.
 
 #include "PageScene.h"
 
 #include <oravane/PoBase.h>
+#include <oravane/SoVectorOutput.h>
+#include <oravane/SoVectorizeHPGLAction.h>
 #include <oravane/SoVectorizePSAction.h>
 
 #include <Inventor/nodes/SoCoordinate3.h>
@@ -22,11 +25,15 @@
 #include <gl2ps.h>
 #endif
 
+#include <malloc.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
+#include <ctime>
+#include <fstream>
 #include <map>
+#include <memory>
 #include <string>
 
 namespace {
@@ -45,7 +52,7 @@ const Mesh &meshOf(int numTriangles) {
 
 std::string pageFile() {
     const char *folder = std::getenv("TMPDIR");
-    return std::string(folder ? folder : "/tmp") + "/bench_page_" + std::to_string(getpid()) + ".ps";
+    return std::string(folder ? folder : "/tmp") + "/bench_page_" + std::to_string(getpid());
 }
 
 double sizeOf(const std::string &file) {
@@ -62,21 +69,59 @@ std::map<std::pair<std::string, int>, Measured> &results() {
     return all;
 }
 
+/// A figure of this process in bytes, from the kernel; 0 where it does not tell.
+double ownMemory(const std::string &name) {
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;) {
+        double kilobytes = 0;
+        if (word == name && status >> kilobytes)
+            return kilobytes * 1024;
+    }
+    return 0;
+}
+
+/// How far the resident memory rises while `work` runs: in a child process, where nothing else adds to it.
+template <class Work>
+double peakBytes(Work work) {
+    int ends[2];
+    if (pipe(ends) != 0)
+        return 0;
+    if (const pid_t child = fork(); child == 0) {
+        work(); // what comes once: pages of the program, streams
+        malloc_trim(0);
+        std::ofstream("/proc/self/clear_refs") << "5"; // the peak counts from here
+        const double before = ownMemory("VmRSS:");     // what was freed before is not there to live on
+        work();
+        const double rise = ownMemory("VmHWM:") - before;
+        _exit(write(ends[1], &rise, sizeof rise) == sizeof rise ? 0 : 1);
+    } else {
+        waitpid(child, nullptr, 0);
+    }
+    double rise = 0;
+    close(ends[1]);
+    if (read(ends[0], &rise, sizeof rise) != sizeof rise)
+        rise = 0;
+    close(ends[0]);
+    return rise;
+}
+
 /// Runs `writePage` for each iteration and reports.
 template <class WritePage>
 void measure(benchmark::State &state, const std::string &kind, const Mesh &mesh, WritePage writePage) {
-    using Clock = std::chrono::steady_clock;
+    // The processor's time, so that what else runs on the machine changes the ratios little.
+    const auto now = [] { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; };
     const std::string file = pageFile();
     writePage(file); // fills the caches that a scene keeps
     double least = 1e30;
     for (auto _ : state) {
-        const auto start = Clock::now();
+        const double start = now();
         writePage(file);
-        least = std::min(least, std::chrono::duration<double>(Clock::now() - start).count());
+        least = std::min(least, now() - start);
     }
     const double bytes = sizeOf(file);
-    unlink(file.c_str());
     const auto triangles = static_cast<double>(mesh.numTriangles());
+    state.counters["peak/triangle"] = peakBytes([&] { writePage(file); }) / triangles;
+    unlink(file.c_str());
     state.counters["bytes/triangle"] = bytes / triangles;
     state.counters["triangles"] =
         benchmark::Counter(triangles, benchmark::Counter::kIsIterationInvariantRate);
@@ -130,17 +175,51 @@ SoSeparator *sceneOf(const Mesh &mesh, bool asQuads) {
     return root;
 }
 
-void oravanePage(benchmark::State &state, const std::string &kind, SoVectorizeAction::HLHSRMode mode,
-                 bool asQuads) {
+struct Format {
+    const char *name;
+    std::unique_ptr<SoVectorizeAction> (*make)();
+};
+
+/// A driver that draws nothing: what is left is what all formats share.
+class NoFormat : public SoVectorizeAction {
+public:
+    NoFormat() { setOutput(&m_output); }
+
+protected:
+    void writeHeader() override {}
+    void writeFooter() override {}
+    void setHardwareClip() override {}
+    void printBorder() override {}
+    void printBackground() override {}
+    void printPolygon(const SbVec4f *, int, const SbColor *) override {}
+    void printPolyLine(const SbVec4f *, int, const SbColor *, int, float, unsigned short) override {}
+
+private:
+    SoVectorOutput m_output;
+};
+
+template <class Action>
+std::unique_ptr<SoVectorizeAction> make() {
+    return std::make_unique<Action>();
+}
+
+const Format kFormats[] = {
+    {"postscript", make<SoVectorizePSAction>},
+    {"hpgl", make<SoVectorizeHPGLAction>},
+    {"nothing", make<NoFormat>},
+};
+
+void oravanePage(benchmark::State &state, const std::string &kind, const Format &format,
+                 SoVectorizeAction::HLHSRMode mode, bool asQuads) {
     const Mesh &mesh = meshOf(static_cast<int>(state.range(0)));
     SoSeparator *scene = sceneOf(mesh, asQuads);
     measure(state, kind, mesh, [&](const std::string &file) {
-        SoVectorizePSAction action;
-        action.setDrawingDimensions(kPageMillimeters, kPageMillimeters, SoVectorizeAction::MILLIMETER);
-        action.setHLHSRMode(mode);
-        action.getOutput()->openFile(file.c_str());
-        action.apply(scene);
-        action.getOutput()->closeFile();
+        const auto action = format.make();
+        action->setDrawingDimensions(kPageMillimeters, kPageMillimeters, SoVectorizeAction::MILLIMETER);
+        action->setHLHSRMode(mode);
+        action->getOutput()->openFile(file.c_str());
+        action->apply(scene);
+        action->getOutput()->closeFile();
     });
     scene->unref();
 }
@@ -189,19 +268,24 @@ void family(const std::string &kind, Function function, std::initializer_list<in
     family->Unit(benchmark::kMillisecond)->Complexity();
 }
 
-void registerOravane(const std::string &kind, SoVectorizeAction::HLHSRMode mode, bool asQuads,
-                     std::initializer_list<int> sizes) {
-    family(
-        kind, [=](benchmark::State &state) { oravanePage(state, kind, mode, asQuads); }, sizes);
-}
-
 void registerAll() {
+    using Action = SoVectorizeAction;
     const auto all = {10000, 100000, 1000000};
     const auto few = {10000, 100000};
-    registerOravane("oravane/no-sort", SoVectorizeAction::HLHSR_NONE, false, all);
-    registerOravane("oravane/z-sort", SoVectorizeAction::HLHSR_Z_SORT, false, all);
-    registerOravane("oravane/z-sort-quad-mesh", SoVectorizeAction::HLHSR_Z_SORT, true, all);
-    registerOravane("oravane/full-sort", SoVectorizeAction::HLHSR_FULL_SORT, false, few);
+    const auto add = [](const Format &format, const char *name, Action::HLHSRMode mode, bool asQuads,
+                        std::initializer_list<int> sizes) {
+        const std::string kind = std::string(format.name) + "/" + name;
+        family(
+            kind, [=, &format](benchmark::State &state) { oravanePage(state, kind, format, mode, asQuads); },
+            sizes);
+    };
+    for (const Format &format : kFormats) {
+        add(format, "no-sort", Action::HLHSR_NONE, false, all);
+        add(format, "z-sort", Action::HLHSR_Z_SORT, false, all);
+        add(format, "full-sort", Action::HLHSR_FULL_SORT, false, few);
+        add(format, "lines", Action::HLHSR_LINE_REMOVAL, false, all);
+    }
+    add(kFormats[0], "z-sort-quad-mesh", Action::HLHSR_Z_SORT, true, all);
 #ifdef HAVE_GL2PS
     const auto peer = [](const std::string &kind, int sort, bool isFlat, std::initializer_list<int> sizes) {
         family(
@@ -214,21 +298,25 @@ void registerAll() {
 #endif
 }
 
+void printRatio(const std::string &ours, const std::string &theirs) {
+    for (const int size : {10000, 100000, 1000000}) {
+        const auto a = results().find({ours, size}), b = results().find({theirs, size});
+        if (a != results().end() && b != results().end())
+            std::printf("%s against %s, %d triangles: %.2f times as fast, %.2f times as small\n",
+                        ours.c_str(), theirs.c_str(), size, b->second.seconds / a->second.seconds,
+                        b->second.bytes / a->second.bytes);
+    }
+}
+
 void printRatios() {
-    const std::pair<const char *, const char *> pairs[] = {
-        {"oravane/no-sort", "gl2ps/no-sort"},
-        {"oravane/z-sort", "gl2ps/simple-sort"},
-        {"oravane/z-sort", "gl2ps/simple-sort-flat-colours"},
-        {"oravane/full-sort", "gl2ps/bsp-sort"},
-    };
-    for (const auto &[ours, theirs] : pairs)
-        for (const int size : {10000, 100000, 1000000}) {
-            const auto a = results().find({ours, size}), b = results().find({theirs, size});
-            if (a != results().end() && b != results().end())
-                std::printf("%s against %s, %d triangles: %.2f times as fast, %.2f times as small\n", ours,
-                            theirs, size, b->second.seconds / a->second.seconds,
-                            b->second.bytes / a->second.bytes);
-        }
+    printRatio("postscript/no-sort", "gl2ps/no-sort");
+    printRatio("postscript/z-sort", "gl2ps/simple-sort");
+    printRatio("postscript/z-sort", "gl2ps/simple-sort-flat-colours");
+    printRatio("postscript/full-sort", "gl2ps/bsp-sort");
+    for (const Format &format : kFormats)
+        for (const std::string mode : {"/no-sort", "/z-sort"})
+            if (format.make != kFormats[0].make && format.make != make<NoFormat>)
+                printRatio(format.name + mode, kFormats[0].name + mode);
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 
 ORAVANE_VECTORIZE_BEGIN
 
+class SoHiddenLines;
 class SoVectorizeAction;
 
 /// Collects the primitives of one view, and draws them from far to near when the view is complete. Page
@@ -25,9 +26,11 @@ class SoVectorizeAction;
 class ORAVANE_API SoHLHSRVectorize {
 public:
     enum HLHSRMode : int {
-        Z_SORT = 0,       ///< by the largest z of each primitive
-        FULL_SORT = 1,    ///< then overlapping polygons are exchanged where their planes tell
-        LINE_REMOVAL = 2, ///< as Z_SORT
+        Z_SORT = 0,    ///< by the largest z of each primitive
+        FULL_SORT = 1, ///< then overlapping polygons are exchanged where their planes tell
+        /// The visible lines alone: those of polygons, in the colour of their first point, and polylines, see
+        /// `SoHiddenLines`. They are drawn last; all else is sorted as by Z_SORT, and nothing hides it.
+        LINE_REMOVAL = 2,
     };
 
     /// `action` is borrowed.
@@ -71,6 +74,9 @@ private:
 
     template <class P, class... Values>
     void store(const SbVec4f *points, int n, const Values &...values);
+    void storeRuns(const SbVec4f *points, int n, const SbColor *colors, int multicolor, float width,
+                   unsigned short pattern);
+    void printVisibleLines(SoHiddenLines &lines);
     const SbVec4f *project(const SbVec4f *points, int n);
 
     SoVectorizeAction *m_action;

@@ -51,8 +51,9 @@ class ORAVANE_API SoVectorizeAction {
 public:
     enum DimensionUnit : int { INCH = 0, MILLIMETER = 1, METER = 2 };
     enum Orientation : int { PORTRAIT = 0, LANDSCAPE = 1 };
-    /// What hides what on the page. HLHSR_NONE draws in the order of traversal; the others collect each view
-    /// and draw it far to near, see `SoHLHSRVectorize`. HLHSR_LINE_REMOVAL sorts as HLHSR_Z_SORT does.
+    /// What hides what on the page. HLHSR_NONE draws in the order of traversal; the others collect each view,
+    /// see `SoHLHSRVectorize`. The two sorts draw it far to near; HLHSR_LINE_REMOVAL draws the visible parts
+    /// of lines and of the outlines of polygons.
     enum HLHSRMode : int { HLHSR_NONE = 0, HLHSR_Z_SORT = 1, HLHSR_FULL_SORT = 2, HLHSR_LINE_REMOVAL = 3 };
     /// Black and white exchanged (paper is white, screens are dark), colours kept, or 1 - c for each channel.
     enum ColorTranslationMethod : int { SWAP_BLACK_WHITE = 0, KEEP_COLORS = 1, COMPLEMENT_COLORS = 2 };

@@ -7,6 +7,7 @@
 #include <oravane/SoVectorizeHPGLAction.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <map>
 #include <tuple>
@@ -136,42 +137,33 @@ TEST(HpglPage, Hp2xxDrawsThePagesToo) {
     }
 }
 
-struct Box {
-    int left = PIXELS, right = -1, top = PIXELS, bottom = -1;
-};
-
-Box inkOf(const Picture &picture) {
-    Box ink;
+/// Left, top, right and bottom.
+std::array<int, 4> inkOf(const Picture &picture) {
+    std::array<int, 4> box{PIXELS, PIXELS, -1, -1};
     for (int y = 0; y < PIXELS; ++y)
         for (int x = 0; x < PIXELS; ++x)
             if (picture.at(x, y)[0] < 128)
-                ink = {std::min(ink.left, x), std::max(ink.right, x), std::min(ink.top, y),
-                       std::max(ink.bottom, y)};
-    return ink;
+                box = {std::min(box[0], x), std::min(box[1], y), std::max(box[2], x), std::max(box[3], y)};
+    return box;
 }
 
 TEST(HpglPage, TextsStartAtTheirOrigin) {
-    const auto page = [](auto &action, const char *justification) {
-        const std::string node = "Font { name \"Helvetica\" size 24 } BaseColor { rgb 0 0 1 } "
-                                 "Text2 { string \"Hill\" justification ";
-        return pageOf(action, sceneOf(node + justification + " }"));
+    const auto sceneWith = [](const std::string &justification) {
+        return sceneOf("Font { name \"Helvetica\" size 24 } BaseColor { rgb 0 0 1 } "
+                       "Text2 { string \"Hill\" justification " +
+                       justification + " }");
     };
-    for (const char *const justification : {"LEFT", "RIGHT", "CENTER"}) {
-        SoVectorizeHPGLAction action;
-        prepare(action);
-        const Box ink = inkOf(drawn(page(action, justification)));
-        EXPECT_NEAR(ink.left, PIXELS / 2 + 2, 1);
-        EXPECT_NEAR(ink.bottom - ink.top, 17, 2);
-    }
-    SoVectorizeHPGLAction ours;
     SoVectorizePSAction postScript;
-    prepare(ours);
     prepare(postScript);
-    const Box a = inkOf(drawn(page(ours, "LEFT"))), b = inkOf(ghostscript(page(postScript, "LEFT")));
-    EXPECT_NEAR(a.left, b.left, 1);
-    EXPECT_NEAR(a.right, b.right, 1);
-    EXPECT_NEAR(a.top, b.top, 1);
-    EXPECT_NEAR(a.bottom, b.bottom, 1);
+    const auto expected = inkOf(ghostscript(pageOf(postScript, sceneWith("LEFT"))));
+    EXPECT_NEAR(expected[0], PIXELS / 2 + 2, 1);
+    const int drop = expected[3] - expected[1] + 1; // "right" stands half as high, "centre" below its origin
+    for (const auto &[justification, dropped] :
+         {std::pair("LEFT", 0), {"RIGHT", drop / 2}, {"CENTER", drop}}) {
+        const auto ink = inkOf(drawn(hpglPage(sceneWith(justification))));
+        for (int k = 0; k < 4; ++k)
+            EXPECT_NEAR(ink[k], expected[k] + (k % 2) * dropped, 1) << justification << k;
+    }
 }
 
 } // namespace

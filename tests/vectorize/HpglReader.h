@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <map>
 #include <sstream>
 #include <stdexcept>
@@ -64,26 +64,17 @@ private:
         return !m_rest.empty() && std::string_view(set).find(m_rest[0]) != std::string_view::npos;
     }
 
-    double number() {
-        std::string digits;
-        while (next("-.0123456789"))
-            digits += take(1);
-        char *end = nullptr;
-        const double value = std::strtod(digits.c_str(), &end);
-        if (digits.empty() || *end)
-            fail("bad number " + digits);
-        return value;
-    }
     std::vector<double> numbers() {
         std::vector<double> all;
-        while (next("-.0123456789")) {
-            all.push_back(number());
+        for (bool more = next("-.0123456789"); more; more = next(",") && take(1) == ",") {
+            const char *const end = m_rest.data() + m_rest.size();
+            const auto read =
+                std::from_chars(m_rest.data(), end, all.emplace_back(), std::chars_format::fixed);
+            if (read.ec != std::errc())
+                fail("bad number");
+            m_rest.remove_prefix(read.ptr - m_rest.data());
             while (next(" "))
                 take(1);
-            if (next(","))
-                take(1);
-            else
-                break;
         }
         return all;
     }
@@ -95,31 +86,29 @@ private:
     };
     static const Command &commandOf(const std::string &name) {
         using R = HpglReader;
-        static const std::map<std::string, Command> kCommands = {
-            {"IN", {{0}}},
-            {"RO", {{1}}},
-            {"IP", {{0}}},
-            {"FT", {{0}}},
-            {"NP", {{1}}},
-            {"TR", {{1}}},
-            {"PS", {{2}}},
-            {"LA", {{6}}},
-            {"SS", {{0}}},
-            {"PG", {{0}}},
-            {"PC", {{4}, &R::penColor}},
-            {"SP", {{0, 1}, &R::selectPen}},
-            {"PW", {{1}, &R::penWidth}},
-            {"UL", {{}, &R::userLine}},
-            {"LT", {{0, 3}, &R::lineType}},
-            {"IW", {{0, 4}, &R::window}},
-            {"PU", {{0, 2}, &R::moves}},
-            {"PA", {{}, &R::moves}},
-            {"PM", {{0, 1}, &R::polygonMode}},
-            {"FP", {{0}, &R::fill}},
-            {"SD", {{4}, &R::font}},
-            {"LO", {{1}, &R::labelOrigin}},
-            {"DI", {{2}, &R::direction}},
-        };
+        static const std::map<std::string, Command> kCommands = {{"IN", {{0}}},
+                                                                 {"RO", {{1}}},
+                                                                 {"IP", {{0}}},
+                                                                 {"FT", {{0}}},
+                                                                 {"NP", {{1}}},
+                                                                 {"TR", {{1}}},
+                                                                 {"PS", {{2}}},
+                                                                 {"LA", {{6}}},
+                                                                 {"SS", {{0}}},
+                                                                 {"PG", {{0}}},
+                                                                 {"PC", {{4}, &R::penColor}},
+                                                                 {"SP", {{0, 1}, &R::selectPen}},
+                                                                 {"PW", {{1}, &R::penWidth}},
+                                                                 {"UL", {{}, &R::userLine}},
+                                                                 {"LT", {{0, 3}, &R::lineType}},
+                                                                 {"IW", {{0, 4}, &R::window}},
+                                                                 {"PU", {{0, 2}, &R::moves}},
+                                                                 {"PA", {{}, &R::moves}},
+                                                                 {"PM", {{0, 1}, &R::polygonMode}},
+                                                                 {"FP", {{0}, &R::fill}},
+                                                                 {"SD", {{4}, &R::font}},
+                                                                 {"LO", {{1}, &R::labelOrigin}},
+                                                                 {"DI", {{2}, &R::direction}}};
         const auto found = kCommands.find(name);
         if (found == kCommands.end())
             fail("unknown command " + name);

@@ -95,7 +95,7 @@ TEST(SoVectorizeAction, TranslatesColors) {
 TEST(SoVectorizeAction, DrawStylesOfTriangles) {
     const std::string blue = kPlain + "BaseColor { rgb 0 0 1 } ";
     RecordingAction action;
-    for (const auto mode : {Action::HLHSR_NONE, Action::HLHSR_Z_SORT, Action::HLHSR_LINE_REMOVAL}) {
+    for (const auto mode : {Action::HLHSR_NONE, Action::HLHSR_Z_SORT}) {
         action.setHLHSRMode(mode);
         const Drawn filled = draw(action, blue + kTriangle, "polygon3 ");
         EXPECT_EQ(SbVec2f(filled.points[2].getValue()), SbVec2f(50, 100));

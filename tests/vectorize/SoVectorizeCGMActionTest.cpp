@@ -219,7 +219,7 @@ TEST(SoVectorizeCGMAction, MarkersAreCentredRectangles) {
     SoMarkerSet::addMarker(201, SbVec2s(7, 4), tee, FALSE, FALSE);
     auto *set = new SoMarkerSet;
     set->ref();
-    const int indices[] = {201, 777777};
+    const int indices[] = {201, -2};
     set->markerIndex.setValues(0, 2, indices);
     Driver driver;
     driver.setNominalWidth(0.5f, kMillimeter);
