@@ -26,6 +26,9 @@ struct Picture {
 /// one line that names the file and the reason.
 void writePng(const std::string &path, const Picture &picture);
 
+/// The content of such a file. Throws when the picture is empty or its pixels do not fill it.
+std::string encodePng(const Picture &picture);
+
 /// Reads any PNG file as RGB; transparent pixels are laid over black. Throws like `writePng`.
 Picture readPng(const std::string &path);
 

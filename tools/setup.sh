@@ -4,6 +4,7 @@
 build_packages=(
     cmake ninja-build g++ pkgconf
     libcoin-dev libpng-dev
+    libcli11-dev # the command line of the program
     libegl-dev libegl1 libegl-mesa0 libgl1-mesa-dri # headless pictures
 )
 check_packages=(

@@ -14,6 +14,9 @@ if(STEP STREQUAL "prefix")
   # Installed in one place and used in another: nothing may hold the first.
   run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${PREFIX}.moved)
   file(RENAME ${PREFIX}.moved ${PREFIX})
+  if(EXISTS ${PREFIX}/bin/oravane)
+    run(${PREFIX}/bin/oravane --version)
+  endif()
 elseif(STEP STREQUAL "cmake")
   file(REMOVE_RECURSE ${WORK_DIR})
   run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/cmake-consumer -B ${WORK_DIR} -G ${GENERATOR}
