@@ -9,7 +9,8 @@ build_packages=(
 )
 check_packages=(
     libgtest-dev
-    ghostscript   # reads every page that the tests write
+    ghostscript   # reads every PostScript page that the tests write
+    hp2xx         # and those for plotters
     poppler-utils # finds the words of a page
     libfreetype-dev libfontconfig-dev # through which the toolkit finds the fonts that Ghostscript brings
     locales       # a locale with a decimal comma, which no page may follow

@@ -8,6 +8,7 @@
 
 #include <oravane/PoBase.h>
 #include <oravane/SoVectorOutput.h>
+#include <oravane/SoVectorizeCGMAction.h>
 #include <oravane/SoVectorizeHPGLAction.h>
 #include <oravane/SoVectorizePSAction.h>
 
@@ -203,8 +204,17 @@ std::unique_ptr<SoVectorizeAction> make() {
     return std::make_unique<Action>();
 }
 
+template <int isBinary>
+std::unique_ptr<SoVectorizeAction> makeCgm() {
+    auto action = std::make_unique<SoVectorizeCGMAction>();
+    action->getOutput()->setBinary(isBinary);
+    return action;
+}
+
 const Format kFormats[] = {
     {"postscript", make<SoVectorizePSAction>},
+    {"cgm-text", makeCgm<0>},
+    {"cgm-binary", makeCgm<1>},
     {"hpgl", make<SoVectorizeHPGLAction>},
     {"nothing", make<NoFormat>},
 };

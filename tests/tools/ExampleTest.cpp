@@ -35,7 +35,7 @@ TEST(Example, MakesTheFolderAndNamesWhatWasWritten) {
 TEST(Example, EndsWithOneLineWhenSomethingFails) {
     const TemporaryFolder folder;
     const std::string file = folder.write("file", "x"), out = folder.path("out");
-    const std::string usage = "usage: build/terrain [--out DIR] [--data DIR]\n";
+    const std::string usage = "usage: build/terrain [--out DIR] [--data DIR] [--every-format]\n";
     const auto nothing = [](Example &) {};
     const auto failing = [](Example &) { throw std::runtime_error("no data"); };
     const auto forgetful = [](Example &example) { example.outFile("page.ps"); };
