@@ -69,6 +69,7 @@ struct SoVectorizeHPGLAction::Page {
     float angle = 0;
     bool hasWindow = false;
     SbBox2f window;
+    bool penMayBeDown = false; ///< encoded points leave it down on some devices
 };
 
 /// Where the device's pen goes: whole units, each cut towards the pen's present place.
@@ -278,6 +279,7 @@ void SoVectorizeHPGLAction::printPolyLine(const SbVec4f *points, int n, const Sb
     encoded(encoded(text, trace.x()), trace.y());
     trace.writeSteps({points, static_cast<std::size_t>(n)}, text);
     text << ";\n";
+    m_page->penMayBeDown = true;
     send();
 }
 
@@ -290,6 +292,7 @@ void SoVectorizeHPGLAction::printPolygon(const SbVec4f *points, int n, const SbC
     text << "PU" << trace.x() << "," << trace.y() << "PMPE";
     trace.writeSteps({points, static_cast<std::size_t>(n)}, text);
     text << ";PM2FP\n";
+    m_page->penMayBeDown = true;
     send();
 }
 
@@ -346,6 +349,9 @@ void SoVectorizeHPGLAction::printText2(SbVec4f point, SbColor color, const char 
         (text << "DI").fixed(std::cos(direction), kRealDigits) << ",";
         text.fixed(std::sin(direction), kRealDigits) << "\n";
     }
+    if (m_page->penMayBeDown) // or the way to the label would be drawn
+        text << "PU";
+    m_page->penMayBeDown = false;
     const Trace trace(*this, point);
     text << "PA" << trace.x() << "," << trace.y() << "LB" << labelOf(string)
          << std::string_view(&kEndOfLabel, 1) << "\n";

@@ -173,6 +173,13 @@ TEST(SoVectorizeHPGLAction, Texts) {
     }),
               font + "LO1" + place + "x\x03\n" + place + "x\x03\nSD2,1,4,10.00SS" + place +
                   "x\x03\nSD2,1,4,9.00SS" + place + "x\x03\n");
+    const std::string afterPolygon = driver.written([&] { // the pen is raised, once
+        driver.printPolygon(kPath.data(), 3, kRed.data());
+        for (int i = 0; i < 2; ++i)
+            driver.printText2(at(1, 2), kRed[0], nullptr, 9, "x", 1, 0);
+    });
+    EXPECT_TRUE(afterPolygon.ends_with("FP\nSD2,1,4,9.00SSLO1PU" + place + "x\x03\n" + place + "x\x03\n"))
+        << afterPolygon;
 }
 
 TEST(SoVectorizeHPGLAction, RoundingDoesNotAddUp) {
