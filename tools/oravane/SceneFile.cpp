@@ -1,5 +1,7 @@
 #include "tools/oravane/SceneFile.h"
 
+#include "tools/EglContext.h"
+
 #include <oravane/PoBase.h>
 
 #include <Inventor/SbBox3f.h>
@@ -171,6 +173,7 @@ void startScenes() {
         SoDebugError::setHandlerCallback(keepMessage, nullptr);
         SoMemoryError::setHandlerCallback(keepMessage, nullptr);
         SoError::setHandlerCallback(keepMessage, nullptr);
+        useEglForOffscreenRendering(); // the toolkit asks for a context even to divide a NURBS surface
         return true;
     }();
     static_cast<void>(isStarted);
