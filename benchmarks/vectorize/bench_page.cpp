@@ -292,7 +292,7 @@ void registerAll() {
     for (const Format &format : kFormats) {
         add(format, "no-sort", Action::HLHSR_NONE, false, all);
         add(format, "z-sort", Action::HLHSR_Z_SORT, false, all);
-        add(format, "full-sort", Action::HLHSR_FULL_SORT, false, few);
+        add(format, "full-sort", Action::HLHSR_FULL_SORT, false, all);
         add(format, "lines", Action::HLHSR_LINE_REMOVAL, false, all);
     }
     add(kFormats[0], "z-sort-quad-mesh", Action::HLHSR_Z_SORT, true, all);
