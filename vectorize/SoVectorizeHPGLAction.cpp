@@ -235,7 +235,7 @@ void SoVectorizeHPGLAction::selectPen(int pen) {
 
 void SoVectorizeHPGLAction::assignPattern(unsigned short pattern) {
     const float nominal = getNominalMillimeters();
-    if (nominal < kLeastWritten)
+    if (!(nominal >= kLeastWritten && nominal <= kFarthest))
         pattern = kSolid;
     if (pattern == m_page->pattern)
         return;

@@ -29,6 +29,18 @@ const std::string kCamera = "OrthographicCamera { position 0 0 5 nearDistance 1 
 const std::string kPlain = "LightModel { model BASE_COLOR } ";
 const std::string kTriangle = "Coordinate3 { point [ -1 -1 0, 1 -1 0, 0 1 0 ] } FaceSet { } ";
 
+/// Something of each kind that a page can hold.
+const std::string kEverything =
+    "Font { name \"Helvetica\" size 14 } LightModel { model BASE_COLOR } "
+    "Separator { BaseColor { rgb .8 .4 .1 } Translation { translation -0.5 0.4 0 } Cube { width .5 } } "
+    "Separator { BaseColor { rgb 0 0 1 } Translation { translation 0.5 0.4 -0.3 } Sphere { radius 0.3 } } "
+    "Separator { DrawStyle { style LINES lineWidth 2 linePattern 0xF0F0 } Cone { height .6 } } "
+    "Separator { BaseColor { rgb [ 1 .5 0, 0 .5 1 ] } MaterialBinding { value PER_VERTEX } Coordinate3 { "
+    "point [ -.8 -.8 0, -.6 -.6 0 ] } MarkerSet { markerIndex [ 10, 40 ] } LineSet { } PointSet { } } "
+    "Separator { Translation { translation -.9 .8 .5 } Text2 { string [ \"Depth (m)\", \"it's\" ] } } "
+    "Separator { Translation { translation .6 -.8 0 } Image { image 2 2 4 0xff0000ff 0xff00ff 0xff 0 "
+    "width 20 height 20 } } ";
+
 /// `nodes` under a camera that looks at the square from (-1, -1) to (1, 1).
 inline std::string view(const std::string &nodes) {
     return "Separator { " + kCamera + nodes + " }";
