@@ -6,6 +6,9 @@
 #include "TemporaryFolder.h"
 #include "TestScene.h"
 
+#include <Inventor/elements/SoViewportRegionElement.h>
+#include <Inventor/nodes/SoCallback.h>
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -62,6 +65,19 @@ public:
         return static_cast<Node *>(node);
     }
 };
+
+/// `nodes` in two views: the whole window, then the middle of its right half.
+inline Scene twoViews(const std::string &nodes) {
+    const std::string part = kCamera + nodes;
+    Scene scene("Separator { Separator { " + part + "} Separator { Callback { } " + part + "} }");
+    const auto enter = [](void *, SoAction *action) {
+        SbViewportRegion region = SoViewportRegionElement::get(action->getState());
+        region.setViewport(0.5f, 0.25f, 0.5f, 0.5f);
+        SoViewportRegionElement::set(action->getState(), region);
+    };
+    scene.child<SoCallback>(1, 0)->setCallback(enter);
+    return scene;
+}
 
 /// A file that is removed at the end.
 class TemporaryFile {

@@ -338,6 +338,10 @@ TEST(SoVectorizeCGMAction, SeveralDrawingsOnAPage) {
         summary(page, "VDCEXT") + summary(page, "CLIPRECT") + summary(page, "ENDMF"),
         "VDCEXT 5 5 195 282\nCLIPRECT 15 5 95 85\nCLIPRECT 15 105 95 185\nCLIPRECT 15 105 95 185\nENDMF\n")
         << "each drawing has its own clip, the background of the second one too";
+    SoVectorizeCGMAction ofViews;
+    EXPECT_EQ(summary(pageOf(ofViews, twoViews(kEverything)), "CLIPRECT"),
+              "CLIPRECT 10 10 200 287\nCLIPRECT 105 79.25 200 217.75\nCLIPRECT 10 10 200 287\n")
+        << "the frame is around them all";
 }
 
 TEST(SoVectorizeCGMAction, OutputsAndLocales) {

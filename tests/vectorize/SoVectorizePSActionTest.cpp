@@ -76,7 +76,7 @@ public:
         });
     }
     std::string image(SbVec2s size, SbVec2s source, int components, int horizontal = 0, int vertical = 0) {
-        const unsigned char pixels[] = {255, 0, 0, 0, 255, 0, 0, 0, 255, 10, 20, 30, 1, 2, 3, 4, 5, 6};
+        const unsigned char pixels[64] = {255, 0, 0, 0, 255, 0, 0, 0, 255, 10, 20, 30, 1, 2, 3, 4, 5, 6};
         return written([&] {
             printImage(SbVec4f(50, 60, 0, 1), pixels, size, source, components,
                        static_cast<SoImage::HorAlignment>(horizontal),
@@ -216,22 +216,22 @@ TEST(SoVectorizePSAction, FontsAndJustification) {
 }
 
 TEST(SoVectorizePSAction, MarkersAreDefinedOnce) {
-    const unsigned char arrow[] = {0x80, 0xC0, 0x01, 0x40};
-    SoMarkerSet::addMarker(200, SbVec2s(10, 2), arrow, FALSE, FALSE);
+    const unsigned char arrow[22] = {0x80, 0xC0, 0x01, 0x40};
+    SoMarkerSet::addMarker(200, SbVec2s(10, 11), arrow, FALSE, FALSE);
     auto *markers = new SoMarkerSet;
     markers->ref();
-    const int indices[] = {200, SoMarkerSet::CROSS_5_5, 777777};
-    markers->markerIndex.setValues(0, 3, indices);
+    const int indices[] = {200, 200, SoMarkerSet::CROSS_5_5, 777777};
+    markers->markerIndex.setValues(0, 4, indices);
     Driver driver;
     driver.setNominalWidth(0.5f, kMillimeter);
     const std::string text = driver.markers(5, markers);
     EXPECT_EQ(text.substr(0, text.find("/Bitmap", 1)),
-              "/Bitmap200\n{ 10 2\n true\n [10 0 0 2 0 0]\n{<80C00140>} imagemask\n} bind def\n"
-              "/currentBitmapIndex {Bitmap200} bind def\n1 0 0 gc\n5.00 1.00 -2.25 6.50 DisplayBitmap\n");
-    EXPECT_EQ(linesWith("imagemask", text),
-              "{<80C00140>} imagemask;{<000000002200140008001400220000000000>} imagemask;");
-    EXPECT_EQ(count(text, "DisplayBitmap"), 4) << "the third marker has no bitmap";
-    EXPECT_EQ(count(text, "/currentBitmapIndex"), 4);
+              "/Bitmap200\n{ 10 11\n true\n [10 0 0 11 0 0]\n{<80C00140" + std::string(32, '0') +
+                  "\n0000>} imagemask\n} bind def\n/currentBitmapIndex {Bitmap200} bind def\n1 0 0 gc\n"
+                  "5.00 5.50 -2.25 4.25 DisplayBitmap\n5.00 5.50 -1.25 4.25 DisplayBitmap\n");
+    EXPECT_EQ(count(text, "\n{<000000002200140008001400220000000000>} imagemask"), 1);
+    EXPECT_EQ(count(text, "DisplayBitmap"), 4) << "the last marker has no bitmap";
+    EXPECT_EQ(count(text, "/currentBitmapIndex"), 3);
     markers->unref();
 }
 
@@ -244,12 +244,16 @@ TEST(SoVectorizePSAction, Images) {
     EXPECT_EQ(driver.image(SbVec2s(9, 40), source, 3, 0, 2), "2 3\n18.00 80.00\n50.00 -20.00" + colors);
     EXPECT_EQ(driver.image(size, SbVec2s(1, 2), 4),
               "1 2\n8.00 12.00\n50.00 60.00\n1\n3\nDisplayImage\nFF0000FF0000\n");
-    EXPECT_EQ(linesWith(".00", driver.image(size, source, 2, 1, 2)), "8.00 12.00;46.00 48.00;");
+    EXPECT_EQ(driver.image(size, source, 2, 1, 2),
+              "2 3\n8.00 12.00\n46.00 48.00\n2\n1\nDisplayImage\nFF00FF00FF14\n");
+    EXPECT_EQ(count(driver.image(size, SbVec2s(41, 1), 1), "0506" + std::string(44, '0') + "\n00\n"), 1);
     EXPECT_EQ(driver.image(SbVec2s(0, 6), source, 3) + driver.image(size, SbVec2s(-1, 3), 3) +
                   driver.image(size, source, 0),
               "");
     driver.getOutput()->setColored(0);
     EXPECT_EQ(driver.image(size, source, 3), "2 3\n8.00 12.00\n50.00 60.00\n2\nDisplayImage\n4C961C120104\n");
+    driver.setDrawingDimensions(50, 50, kMillimeter);
+    EXPECT_EQ(driver.image(size, source, 3), "") << "out of sight";
 }
 
 // ------------------------------------------------------------------------------------------- whole pages
@@ -297,6 +301,13 @@ TEST(SoVectorizePSAction, SeveralDrawingsOnAPage) {
             << "each drawing ends in the state that it began in";
         EXPECT_EQ(complaints(page), "");
     }
+}
+
+TEST(SoVectorizePSAction, EachViewChoosesItsFont) {
+    SoVectorizePSAction action;
+    const std::string page = pageOf(action, twoViews("Text2 { string \"a\" } "));
+    EXPECT_EQ(count(page, " findfont "), 2);
+    EXPECT_EQ(complaints(page), "");
 }
 
 TEST(SoVectorizePSAction, SizesOfNothingAndLessLeaveAGoodPage) {
