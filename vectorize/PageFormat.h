@@ -15,6 +15,9 @@ namespace oravane {
 /// Widths and sizes of 0, and what is no width, count as 1.
 float orOne(float multiple);
 
+/// The line pattern without gaps.
+inline constexpr unsigned short kSolidPattern = 0xFFFF;
+
 /// The runs of equal bits of a 16-bit line pattern, read from its lowest bit that is set: the first run is
 /// drawn, the next one is a gap, and so on. They add up to 16 bits. No runs for a pattern of 0.
 struct PatternRuns {

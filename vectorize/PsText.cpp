@@ -208,7 +208,7 @@ PsDash psDash(unsigned short pattern) {
     constexpr int kBits = 16;
     constexpr double kBitLength = 0.35;
     PsDash dash;
-    if (pattern == 0 || pattern == 0xFFFF)
+    if (pattern == 0 || pattern == kSolidPattern)
         return dash;
     const PatternRuns runs = patternRuns(pattern);
     PageText text;

@@ -21,7 +21,6 @@ namespace cgm = oravane::cgm;
 using oravane::CgmColor;
 using oravane::ColorBytes;
 
-constexpr unsigned short kSolid = 0xFFFF;
 constexpr int kTableSize = 256;
 constexpr int kVersionWithStyles = 3; ///< with dashes, line ends, joins and transparent cells
 
@@ -36,7 +35,7 @@ ColorBytes unpacked(int color) {
 
 /// The runs of a pattern in pairs of a dash and a gap: a run left over belongs to the first dash.
 std::vector<int> dashesOf(unsigned short pattern) {
-    if (pattern == kSolid)
+    if (pattern == oravane::kSolidPattern)
         return {};
     const oravane::PatternRuns runs = oravane::patternRuns(pattern);
     std::vector<int> dashes(runs.lengths.begin(), runs.lengths.begin() + runs.count);
@@ -119,7 +118,7 @@ struct SoVectorizeCGMAction::Page {
     std::vector<ColorBytes> table;
     std::unordered_map<int, int> nearest; ///< index of each colour that was asked for
 
-    unsigned short pattern = kSolid;
+    unsigned short pattern = oravane::kSolidPattern;
     std::optional<LineStyle> lineStyle;
     std::optional<float> lineWidth, charHeight, charAngle;
     std::optional<int> justification;
@@ -540,7 +539,7 @@ void SoVectorizeCGMAction::printImage(const SbVec4f &point, const unsigned char 
         return;
     const SbBox2f box =
         oravane::imageBox({point[0], point[1]}, size, getPixelMillimeters(), horizontal, vertical);
-    if (box.isEmpty() || !box.hasArea() || !getClippingLimits().intersect(box))
+    if (!box.hasArea() || !getClippingLimits().intersect(box))
         return;
     oravane::CgmEncoder &out = *m_page->encoder;
     const bool isIndexed = m_page->isIndexed;

@@ -16,7 +16,6 @@ namespace {
 constexpr float kUnitsPerMillimeter = 40;
 constexpr float kPointInMillimeters = 0.35277778f;
 constexpr int kPaletteSize = 256;
-constexpr unsigned short kSolid = 0xFFFF;
 constexpr int kRealDigits = 6;         ///< as "%f"
 constexpr float kLeastWritten = 0.01f; ///< what "%.2f" does not write as 0
 constexpr char kEndOfLabel = '\x03';
@@ -62,7 +61,7 @@ struct SoVectorizeHPGLAction::Page {
     oravane::PageText text;
     int pen = -1;
     float lineWidth = -1; ///< a device starts with 0.35 mm, which is not quite the nominal width
-    unsigned short pattern = kSolid;
+    unsigned short pattern = oravane::kSolidPattern;
     float fontSize = -1;
     std::string fontName;
     int justification = -1;
@@ -236,13 +235,13 @@ void SoVectorizeHPGLAction::selectPen(int pen) {
 
 void SoVectorizeHPGLAction::assignPattern(unsigned short pattern) {
     const float nominal = getNominalMillimeters();
-    if (nominal < kLeastWritten)
-        pattern = kSolid;
+    if (!(nominal >= kLeastWritten && nominal <= kFarthest))
+        pattern = oravane::kSolidPattern;
     if (pattern == m_page->pattern)
         return;
     m_page->pattern = pattern;
     oravane::PageText &text = m_page->text;
-    if (pattern == kSolid) {
+    if (pattern == oravane::kSolidPattern) {
         text << "LT";
         return;
     }

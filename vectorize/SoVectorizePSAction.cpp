@@ -16,7 +16,6 @@ ORAVANE_VECTORIZE_BEGIN
 namespace {
 
 constexpr int kNoBitmap = -999999;
-constexpr unsigned short kSolid = 0xFFFF;
 constexpr double kPointInMillimeters = 0.3527777778;
 constexpr double kPointsPerMillimeter = 2.834645669112778;
 constexpr std::size_t kLongestFontName = 255;
@@ -48,7 +47,7 @@ struct SoVectorizePSAction::Page {
     SbColor color{-1, -1, -1};
     float pointSize = 0;
     float lineWidth = 0;
-    unsigned short pattern = kSolid;
+    unsigned short pattern = oravane::kSolidPattern;
     float fontSize = -1;
     std::string fontName;
 };

@@ -31,8 +31,8 @@ ORAVANE_VECTORIZE_BEGIN
 ///
 /// The page is well-formed whatever the scene holds. Control characters in a text are dropped, so that it
 /// stays one label. Coordinates beyond 2^28 device units count as that, and as 0 when they are not a number;
-/// a negative line width counts as 0. Line patterns shorter than the file's decimals are drawn solid, a
-/// pattern of 0 not at all, and texts lower than 0.01 points are left out.
+/// a negative line width counts as 0. Line patterns shorter than the file's decimals, or without measure, are
+/// drawn solid, a pattern of 0 not at all, and texts lower than 0.01 points are left out.
 class ORAVANE_API SoVectorizeHPGLAction : public SoVectorizeAction {
 public:
     SoVectorizeHPGLAction();

@@ -22,8 +22,8 @@ ORAVANE_VECTORIZE_BEGIN
 /// The page is well-formed whatever the scene holds: a number that is not finite is written as 0; in a string
 /// parentheses get a backslash each and control characters are written by their octal codes, while other
 /// characters, a backslash before an ordinary one among them, stand as they are; a font name that cannot be
-/// written as a PostScript name is written as a string. Font names count up to 255
-/// characters. Texts, markers and images too small for two decimals are left out.
+/// written as a PostScript name is written as a string. Font names count up to 255 characters. Texts,
+/// markers and images too small for two decimals are left out.
 class ORAVANE_API SoVectorizePSAction : public SoVectorizeAction {
 public:
     SoVectorizePSAction();

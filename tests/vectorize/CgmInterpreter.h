@@ -11,7 +11,8 @@
 
 namespace oravane_test {
 
-/// Draws a metafile by the standard's rules, but for the height of letters: it is the size of their font.
+/// Draws a metafile by the standard's rules, but for images, which are left out, and the height of letters,
+/// which is the size of their font.
 class CgmInterpreter {
 public:
     std::string postScript(const std::string &page) {
@@ -49,8 +50,6 @@ private:
                 m_ps << v[i] << " " << v[i + 1] << " " << size / 2 << " 0 360 arc fill\n";
         } else if (said.name == "TEXT") {
             text(v, said.strings[0]);
-        } else if (said.name == "CELLARRAY") {
-            cells(v);
         } else {
             m_now[said.name] = v;
             if (said.name == "FONTLIST")
@@ -58,11 +57,11 @@ private:
         }
     }
 
-    void color(const Numbers &said, std::size_t at = 0) {
+    void color(const Numbers &said) {
         const bool isDirect = now("COLRMODE") == 1;
         for (std::size_t k = 0; k < 3; ++k)
-            m_ps << (isDirect ? said.at(at + k)
-                              : now("COLRTABLE", 1 + 3 * static_cast<std::size_t>(said.at(at)) + k)) /
+            m_ps << (isDirect ? said.at(k)
+                              : now("COLRTABLE", 1 + 3 * static_cast<std::size_t>(said.at(0)) + k)) /
                         255
                  << " ";
         m_ps << "setrgbcolor\n";
@@ -106,25 +105,6 @@ private:
              << m_fonts.at(static_cast<std::size_t>(std::max(now("TEXTFONTINDEX"), 1.0)) - 1) << " findfont "
              << now("CHARHEIGHT") << " scalefont setfont (" << escaped(string) << ") dup stringwidth pop "
              << -kShares[static_cast<int>(now("TEXTALIGN"))] << " mul 0 moveto show grestore\n";
-    }
-
-    void cells(const Numbers &v) {
-        const double columns = v[6], rows = v[7];
-        m_ps << "gsave [" << (v[4] - v[0]) / columns << " " << (v[5] - v[1]) / columns << " "
-             << (v[2] - v[4]) / rows << " " << (v[3] - v[5]) / rows << " " << v[0] << " " << v[1]
-             << "] concat\n";
-        const Numbers &hidden = m_now["TRANSPCELLCOLR"];
-        std::size_t at = 8;
-        const std::size_t perCell = now("COLRMODE") == 1 ? 3 : 1;
-        for (int row = 0; row < rows; ++row)
-            for (int column = 0; column < columns; ++column, at += perCell) {
-                if (now("TRANSPCELLCOLR") == 1 &&
-                    std::equal(hidden.begin() + 1, hidden.end(), v.begin() + at))
-                    continue;
-                color(v, at);
-                m_ps << column << " " << row << " 1 1 rectfill\n";
-            }
-        m_ps << "grestore\n";
     }
 
     std::ostringstream m_ps;

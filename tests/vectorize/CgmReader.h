@@ -218,6 +218,7 @@ private:
         checkState(*row);
         parameters(*row, said);
         require(!hasMore(), "too much");
+        require(said.name != "COLRTABLE" || said.numbers.size() <= 1 + 3 * 256, "too many colours");
         if (said.name == "MFVERSION")
             m_version = static_cast<int>(said.numbers[0]);
         else if (said.name == "COLRMODE")

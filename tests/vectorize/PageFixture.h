@@ -6,6 +6,9 @@
 #include "TemporaryFolder.h"
 #include "TestScene.h"
 
+#include <Inventor/elements/SoViewportRegionElement.h>
+#include <Inventor/nodes/SoCallback.h>
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -29,6 +32,18 @@ const std::string kCamera = "OrthographicCamera { position 0 0 5 nearDistance 1 
 const std::string kPlain = "LightModel { model BASE_COLOR } ";
 const std::string kTriangle = "Coordinate3 { point [ -1 -1 0, 1 -1 0, 0 1 0 ] } FaceSet { } ";
 
+/// Something of each kind that a page can hold.
+const std::string kEverything =
+    "Font { name \"Helvetica\" size 14 } LightModel { model BASE_COLOR } "
+    "Separator { BaseColor { rgb .8 .4 .1 } Translation { translation -0.5 0.4 0 } Cube { width .5 } } "
+    "Separator { BaseColor { rgb 0 0 1 } Translation { translation 0.5 0.4 -0.3 } Sphere { radius 0.3 } } "
+    "Separator { DrawStyle { style LINES lineWidth 2 linePattern 0xF0F0 } Cone { height .6 } } "
+    "Separator { BaseColor { rgb [ 1 .5 0, 0 .5 1 ] } MaterialBinding { value PER_VERTEX } Coordinate3 { "
+    "point [ -.8 -.8 0, -.6 -.6 0 ] } MarkerSet { markerIndex [ 10, 40 ] } LineSet { } PointSet { } } "
+    "Separator { Translation { translation -.9 .8 .5 } Text2 { string [ \"Depth (m)\", \"it's\" ] } } "
+    "Separator { Translation { translation .6 -.8 0 } Image { image 2 2 4 0xff0000ff 0xff00ff 0xff 0 "
+    "width 20 height 20 } } ";
+
 /// `nodes` under a camera that looks at the square from (-1, -1) to (1, 1).
 inline std::string view(const std::string &nodes) {
     return "Separator { " + kCamera + nodes + " }";
@@ -50,6 +65,19 @@ public:
         return static_cast<Node *>(node);
     }
 };
+
+/// `nodes` in two views: the whole window, then the middle of its right half.
+inline Scene twoViews(const std::string &nodes) {
+    const std::string part = kCamera + nodes;
+    Scene scene("Separator { Separator { " + part + "} Separator { Callback { } " + part + "} }");
+    const auto enter = [](void *, SoAction *action) {
+        SbViewportRegion region = SoViewportRegionElement::get(action->getState());
+        region.setViewport(0.5f, 0.25f, 0.5f, 0.5f);
+        SoViewportRegionElement::set(action->getState(), region);
+    };
+    scene.child<SoCallback>(1, 0)->setCallback(enter);
+    return scene;
+}
 
 /// A file that is removed at the end.
 class TemporaryFile {

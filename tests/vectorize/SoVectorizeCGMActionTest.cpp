@@ -17,6 +17,7 @@ using namespace oravane_test;
 
 const auto kMillimeter = SoVectorizeAction::MILLIMETER;
 const std::vector<SbColor> kRed(20000, SbColor(1, 0, 0));
+const SbColor kMixed[] = {kRed[0], SbColor(1, 0, 0.001f), SbColor(0, 1, 0), SbColor(0, 0, 1)};
 const float kNaN = std::nanf(""), kInfinity = HUGE_VALF;
 
 std::vector<SbVec4f> rowOfPoints(int n) {
@@ -59,7 +60,7 @@ public:
     void marks(int n, float size, const SbColor *colors = kRed.data(), int multicolor = 0) {
         printPolyMark(rowOfPoints(n).data(), n, colors, multicolor, size);
     }
-    void markers(int n, SoMarkerSet *set) { printPolyMark(rowOfPoints(n).data(), n, kRed.data(), 0, set); }
+    void markers(int n, SoMarkerSet *set) { printPolyMark(rowOfPoints(n).data(), n, kMixed, 1, set); }
     void polygon(int n, const SbColor *colors = kRed.data()) {
         printPolygon(rowOfPoints(n).data(), n, colors);
     }
@@ -124,7 +125,8 @@ TEST(SoVectorizeCGMAction, BinaryFormIsThatOfTheStandard) {
     Driver driver(1, true);
     const std::string page = driver.page([](Driver &d) {
         d.string("even"); // its element is padded
-        d.polygon(3);
+        d.polygon(3), d.polygon(3);
+        d.line(4095);
         d.line(4096);
     });
     const auto bytes = [](std::initializer_list<int> values) {
@@ -137,6 +139,8 @@ TEST(SoVectorizeCGMAction, BinaryFormIsThatOfTheStandard) {
              {"text", bytes({0x40, 0x8F, 0x40, 0, 0, 0, 0x40, -0x80, 0, 0, 0, 1, 4}) + "even" +
                           bytes({0, 0x52, -0x3E})},
              {"colour", bytes({0x52, -0x1D, -1, 0, 0, 0, 0x40, -8, 0x3F, -0x60, 0, 0, 0x41, 0x10})},
+             {"interior, once", bytes({0x52, -0x3E, 0, 1})},
+             {"a full partition", bytes({0x40, 0x3F, 0x7F, -8, 0x3F, -0x60})},
              {"partitions", bytes({0x40, 0x3F, -1, -8, 0x3F, -0x60})}})
         EXPECT_EQ(count(page, expected), 1) << what;
     EXPECT_EQ(page.substr(page.size() - 4), bytes({0, -0x60, 0, 0x40}));
@@ -144,41 +148,40 @@ TEST(SoVectorizeCGMAction, BinaryFormIsThatOfTheStandard) {
 
 TEST(SoVectorizeCGMAction, LinesInClearText) {
     const std::string solid = "LINEWIDTH 0.352778;\nLINECOLR 255 0 0;\n",
-                      points = "LINE\n 1.25,9. 2.25,9.;\n";
-    EXPECT_EQ(Driver().text([](Driver &d) { d.line(2, 0), d.line(2, 1), d.line(1), d.line(2, 1, 0); }),
+                      points = "LINE\n 1.25,9. 2.25,9. 3.25,9. 4.25,9. 5.25,9. 6.25,9. 7.25,9.;\n";
+    EXPECT_EQ(Driver().text([](Driver &d) { d.line(7, 0), d.line(7, 1), d.line(1), d.line(7, 1, 0); }),
               solid + points + points)
         << "width 0 counts as 1; neither one point nor an empty pattern is a line";
-    const SbColor mixed[] = {kRed[0], kRed[0], SbColor(0, 1, 0), SbColor(0, 0, 1)};
-    EXPECT_EQ(Driver().text([&](Driver &d) { d.line(4, 1, 0xFFFF, mixed, 1); }),
+    EXPECT_EQ(Driver().text([](Driver &d) { d.line(4, 1, 0xFFFF, kMixed, 1); }),
               solid + "LINE\n 1.25,9. 2.25,9. 3.25,9.;\nLINECOLR 0 255 0;\nLINE\n 3.25,9. 4.25,9.;\n");
     const std::string types[] = {"2;", "2;", "2;", "2;", "4;", "2;", "5;", "3;", "3;"};
     const unsigned short patterns[] = {0x00FF, 0xFFF0, 0x8000, 0xC003, 0x02FF,
                                        0x1C6F, 0x15FF, 0xAAAA, 0x5555};
     for (int i = 0; i < 9; ++i)
-        EXPECT_EQ(Driver().text([&](Driver &d) { d.line(2, 1, patterns[i]), d.line(2, 1, patterns[i]); }),
+        EXPECT_EQ(Driver().text([&](Driver &d) { d.line(7, 1, patterns[i]), d.line(7, 1, patterns[i]); }),
                   "LINETYPE " + types[i] + "\n" + solid + points + points)
             << std::hex << patterns[i];
-    EXPECT_EQ(Driver().text([](Driver &d) { d.line(2, 1, 0xFF), d.line(2); }),
+    EXPECT_EQ(Driver().text([](Driver &d) { d.line(7, 1, 0xFF), d.line(7); }),
               "LINETYPE 2;\n" + solid + points + "LINETYPE 0;\n" + points);
     EXPECT_EQ(Driver(3).text([](Driver &d) {
         d.setLineEndStyle(SoVectorizeAction::SQUARE_END);
         d.setLineJoinsStyle(SoVectorizeAction::ROUND_JOIN);
-        d.line(2), d.line(2, 1, 0xC003), d.line(2, 1, 0xC003);
+        d.line(7), d.line(7, 1, 0xC003), d.line(7, 1, 0xC003);
     }),
               "LINECAP 4 1;\nLINEJOIN 3;\nMITRELIMIT 1.500000;\n" + solid + points +
                   "LINEEDGETYPEDEF -1 5.65 4 12 ;\nLINECAP 4 1;\nLINEJOIN 3;\nMITRELIMIT 1.500000;\n" +
                   points + points);
-    std::string ends, joins;
+    std::string said;
     for (const int style : {0, 1, 2, 3, 4, 5}) {
         Driver driver(3, true);
         driver.setLineEndStyle(static_cast<SoVectorizeAction::EndLineStyle>(style % 4));
         driver.setLineJoinsStyle(static_cast<SoVectorizeAction::JoinLineStyle>(style));
-        const std::string page = driver.page([](Driver &d) { d.line(2); });
-        ends += summary(page, "LINECAP");
-        joins += summary(page, "LINEJOIN");
+        const std::string page = driver.page([](Driver &d) { d.line(2), d.line(2, 1, 1), d.line(2); });
+        const std::string ends = summary(page, "LINECAP"), joins = summary(page, "LINEJOIN");
+        said += ends.substr(7, ends.find('\n') - 7) + joins.substr(8, joins.find('\n') - 8);
+        EXPECT_EQ(summary(page, "LINETYPE"), "LINETYPE -1\nLINETYPE 1\n") << "types in binary only";
     }
-    EXPECT_EQ(ends, "LINECAP 2 1\nLINECAP 4 1\nLINECAP 5 1\nLINECAP 3 1\nLINECAP 2 1\nLINECAP 4 1\n");
-    EXPECT_EQ(joins, "LINEJOIN 4\nLINEJOIN 2\nLINEJOIN 2\nLINEJOIN 4\nLINEJOIN 3\nLINEJOIN 3\n");
+    EXPECT_EQ(said, " 2 1 4 4 1 2 5 1 2 3 1 4 2 1 3 4 1 3");
 }
 
 TEST(SoVectorizeCGMAction, PolygonsAndMarksInClearText) {
@@ -186,8 +189,7 @@ TEST(SoVectorizeCGMAction, PolygonsAndMarksInClearText) {
     EXPECT_EQ(Driver().text([](Driver &d) { d.polygon(7), d.polygon(2), d.polygon(6); }),
               "INTSTYLE SOLID;\nFILLCOLR 255 0 0;\nPOLYGON\n" + six +
                   "\n 7.25,9.;\nINTSTYLE SOLID;\nPOLYGON\n" + six + ";\n");
-    const SbColor mixed[] = {kRed[0], SbColor(1, 0, 0.001f), SbColor(0, 1, 0)};
-    EXPECT_EQ(Driver().text([&](Driver &d) { d.marks(3, 0, mixed, 1), d.marks(1, 2); }),
+    EXPECT_EQ(Driver().text([](Driver &d) { d.marks(3, 0, kMixed, 1), d.marks(1, 2); }),
               "MARKERTYPE 1;\nMARKERSIZE 0.352778;\nMARKERCOLR 255 0 0;\nMARKER\n 1.25 9. 2.25 9.;\n"
               "MARKERCOLR 0 255 0;\nMARKER\n 3.25 9.;\n"
               "MARKERTYPE 1;\nMARKERSIZE 0.705556;\nMARKERCOLR 255 0 0;\nMARKER\n 1.25 9.;\n");
@@ -202,7 +204,7 @@ TEST(SoVectorizeCGMAction, TextsInClearText) {
     const std::string style = "TEXTPREC STROKE;\nTEXTPATH RIGHT;\nCHARSPACE 0.;\nCHAREXPAN 1.;\n",
                       left = "TEXTALIGN LEFT NORMVERT 0. 0.;\nCHARORI 0. 1. 1. 0.;\n",
                       at = "TEXT 2. 4. FINAL\n", start = "TEXTCOLR 255 0 0;\nCHARHEIGHT 3.52778;\n";
-    EXPECT_EQ(Driver().text([](Driver &d) { d.string("it's\n\x01'"), d.string("\xC3\xA9", "Courier"); }),
+    EXPECT_EQ(Driver().text([](Driver &d) { d.string("it's\n\x7F'"), d.string("\xC3\xA9", "Courier"); }),
               start + "TEXTFONTINDEX 3;\n" + style + left + at + "'it''s  ''';\nTEXTFONTINDEX 9;\n" + style +
                   at + "'\xC3\xA9';\n");
     EXPECT_EQ(Driver().text([](Driver &d) {
@@ -223,9 +225,11 @@ TEST(SoVectorizeCGMAction, MarkersAreCentredRectangles) {
     set->markerIndex.setValues(0, 2, indices);
     Driver driver;
     driver.setNominalWidth(0.5f, kMillimeter);
-    EXPECT_EQ(driver.text([&](Driver &d) { d.markers(2, set), d.markers(2, nullptr); }),
+    EXPECT_EQ(driver.text([&](Driver &d) { d.markers(3, set), d.markers(2, nullptr); }),
               "INTSTYLE SOLID;\nFILLCOLR 255 0 0;\nPOLYGON\n 1.,8. 1.5,8. 1.5,9. 1.,9.;\n"
-              "INTSTYLE SOLID;\nPOLYGON\n -0.5,9. 3.,9. 3.,10. -0.5,10.;\n");
+              "INTSTYLE SOLID;\nPOLYGON\n -0.5,9. 3.,9. 3.,10. -0.5,10.;\n"
+              "INTSTYLE SOLID;\nFILLCOLR 0 255 0;\nPOLYGON\n 3.,8. 3.5,8. 3.5,9. 3.,9.;\n"
+              "INTSTYLE SOLID;\nPOLYGON\n 1.5,9. 5.,9. 5.,10. 1.5,10.;\n");
     set->unref();
 }
 
@@ -242,7 +246,7 @@ TEST(SoVectorizeCGMAction, ImagesAreCellsFromTheBottom) {
             const std::string page = driver.page([&](Driver &d) { d.image(pixels, source, components); });
             return summary(page, "TRANSPCELLCOLR") + summary(page, "CELLARRAY");
         };
-        EXPECT_EQ(cells(1, rgb, 3, SbVec2s(1, 3)), corners + "1 3 255 0 0 0 255 0 0 0 255\n");
+        EXPECT_EQ(cells(3, rgb, 3, SbVec2s(1, 3)), corners + "1 3 255 0 0 0 255 0 0 0 255\n");
         EXPECT_EQ(cells(1, rgb, 1, SbVec2s(3, 1)), corners + "3 1 255 255 255 0 0 0 0 0 0\n");
         EXPECT_EQ(cells(1, rgba, 4, SbVec2s(1, 2)), corners + "1 2 0 0 255 255 255 255\n");
         EXPECT_EQ(cells(3, rgba, 4, SbVec2s(1, 2)),
@@ -255,17 +259,6 @@ TEST(SoVectorizeCGMAction, ImagesAreCellsFromTheBottom) {
 }
 
 // --------------------------------------------------------------------------------------------- whole pages
-
-const std::string kEverything =
-    "Font { name \"Helvetica\" size 14 } LightModel { model BASE_COLOR } "
-    "Separator { BaseColor { rgb .8 .4 .1 } Translation { translation -0.5 0.4 0 } Sphere { radius .3 } } "
-    "Separator { DrawStyle { style LINES lineWidth 2 linePattern 0xF0F0 } BaseColor { rgb 0 .6 0 } Cone { } "
-    "} "
-    "Separator { BaseColor { rgb [ 1 .5 0, 0 .5 1 ] } MaterialBinding { value PER_VERTEX } Coordinate3 { "
-    "point "
-    "[ -.8 -.8 0, -.6 -.6 0 ] } MarkerSet { markerIndex [ 10, 40 ] } LineSet { } PointSet { } } "
-    "Separator { Translation { translation -.9 .8 .5 } Text2 { string [ \"Depth (m)\", \"it's\" ] } } "
-    "Separator { Translation { translation .6 -.8 0 } Image { image 2 2 4 0xff0000ff 0xff00ff 0xff 0 } } ";
 
 TEST(SoVectorizeCGMAction, BothEncodingsSayTheSame) {
     const Scene scene(view(kEverything));
@@ -280,8 +273,9 @@ TEST(SoVectorizeCGMAction, BothEncodingsSayTheSame) {
                 result = summary(pageOf(driver, scene)) + summary(driver.page([&](Driver &d) {
                              for (const int n : {2, 3, 4, 4095, 4096, 12284, 12286})
                                  d.line(n, 1, 0x00FF), d.polygon(n), d.marks(n, 3);
-                             for (const std::string &string : {longText, text255, text255.substr(1)})
-                                 d.string(string.c_str());
+                             d.string(longText.c_str(), "Courier", 2);
+                             d.string(text255.c_str(), "Symbol", 3);
+                             d.string(text255.substr(1).c_str());
                              d.image(std::vector<unsigned char>(3 * 121 * 301, 77), SbVec2s(121, 301), 3);
                          }));
                 for (const char *own :
@@ -344,6 +338,10 @@ TEST(SoVectorizeCGMAction, SeveralDrawingsOnAPage) {
         summary(page, "VDCEXT") + summary(page, "CLIPRECT") + summary(page, "ENDMF"),
         "VDCEXT 5 5 195 282\nCLIPRECT 15 5 95 85\nCLIPRECT 15 105 95 185\nCLIPRECT 15 105 95 185\nENDMF\n")
         << "each drawing has its own clip, the background of the second one too";
+    SoVectorizeCGMAction ofViews;
+    EXPECT_EQ(summary(pageOf(ofViews, twoViews(kEverything)), "CLIPRECT"),
+              "CLIPRECT 10 10 200 287\nCLIPRECT 105 79.25 200 217.75\nCLIPRECT 10 10 200 287\n")
+        << "the frame is around them all";
 }
 
 TEST(SoVectorizeCGMAction, OutputsAndLocales) {

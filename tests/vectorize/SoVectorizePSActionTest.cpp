@@ -67,15 +67,16 @@ public:
     std::string polygon(int n) {
         return written([&] { printPolygon(rowOfPoints(n).data(), n, kRed.data()); });
     }
-    std::string text(const char *string, const char *font = "Times", int justification = 1, float angle = 0,
-                     int times = 1) {
+    /// Strings and their fonts.
+    std::string texts(const std::vector<std::pair<const char *, const char *>> &all, int justification = 1,
+                      float angle = 0) {
         return written([&] {
-            for (int k = 0; k < times; ++k)
+            for (const auto &[string, font] : all)
                 printText2(SbVec4f(1, 2, 0, 1), kRed[0], font, 10, string, justification, angle);
         });
     }
     std::string image(SbVec2s size, SbVec2s source, int components, int horizontal = 0, int vertical = 0) {
-        const unsigned char pixels[] = {255, 0, 0, 0, 255, 0, 0, 0, 255, 10, 20, 30, 1, 2, 3, 4, 5, 6};
+        const unsigned char pixels[64] = {255, 0, 0, 0, 255, 0, 0, 0, 255, 10, 20, 30, 1, 2, 3, 4, 5, 6};
         return written([&] {
             printImage(SbVec4f(50, 60, 0, 1), pixels, size, source, components,
                        static_cast<SoImage::HorAlignment>(horizontal),
@@ -108,11 +109,16 @@ TEST(SoVectorizePSAction, HeaderFollowsTheSettings) {
     SoVectorizePSAction action;
     action.setOrientation(SoVectorizeAction::LANDSCAPE);
     action.setLineEndStyle(SoVectorizeAction::SQUARE_END);
-    action.setLineJoinsStyle(SoVectorizeAction::ROUND_JOIN);
     action.setMiterLimit(0.5f);
     action.setNominalWidth(0.5f, kMillimeter);
     action.setStartPosition(1, 2, kMillimeter);
     action.setBorder(0);
+    std::string joins;
+    for (const int join : {0, 1, 2, 3, 4, 5}) {
+        action.setLineJoinsStyle(static_cast<SoVectorizeAction::JoinLineStyle>(join));
+        joins += linesWith("setlinejoin", pageOf(action, nullptr)).substr(0, 1);
+    }
+    EXPECT_EQ(joins, "200211");
     EXPECT_EQ(bodyOf(pageOf(action, nullptr)),
               "2.834646 2.834646 scale\n/linecap 2 def\nlinecap setlinecap\n"
               "1 setlinejoin\n1.00 setmiterlimit\n0.50 ps\n0.50 ep\n[] 0 tl\n"
@@ -160,9 +166,11 @@ TEST(SoVectorizePSAction, MarksAndPolygonsKeepTheStackSmall) {
     EXPECT_EQ(linesWith("pfa", driver.polygon(249)), "0.25 7.00 pfabeg;248 pfaend;1 pfa;");
     EXPECT_EQ(linesWith("pfa", driver.polygon(600)),
               "0.25 7.00 pfabeg;248 pfacnt;248 pfacnt;103 pfaend;1 pfa;");
-    std::istringstream lines(driver.polygon(300));
-    for (std::string line; std::getline(lines, line);)
-        EXPECT_LE(line.size(), 66u + 14) << line;
+    for (const auto &[text, longest] : {std::pair(driver.polygon(300), 66), {driver.line(99), 78}}) {
+        std::istringstream lines(text);
+        for (std::string line; std::getline(lines, line);)
+            EXPECT_LE(line.size(), longest + 14u) << line;
+    }
     driver.setPenDescription(1, &kGreen, nullptr, kMillimeter);
     EXPECT_EQ(linesWith("gc", driver.polygon(3)), "0 1 0 gc;") << "pens replace colours";
 }
@@ -180,46 +188,50 @@ TEST(SoVectorizePSAction, StringsStayWellFormed) {
                                                           {"\\\n", "(\\\\\\012)"},
                                                           {"\xC3\xA9 %", "(\xC3\xA9 %)"},
                                                           {"", "()"}};
-    Driver driver;
-    for (const auto &[string, expected] : rows)
-        EXPECT_EQ(driver.text(string), std::string("1 0 0 gc\n/Times findfont 3.53 scalefont setfont\n") +
-                                           expected + " 0.00 1.00 2.00 ltx\n");
+    std::vector<std::pair<const char *, const char *>> texts;
+    std::string all = "1 0 0 gc\n/Times findfont 3.53 scalefont setfont\n";
+    for (const auto &[string, expected] : rows) {
+        texts.emplace_back(string, "Times");
+        all += std::string(expected) + " 0.00 1.00 2.00 ltx\n";
+    }
+    EXPECT_EQ(Driver().texts(texts), all);
 }
 
 TEST(SoVectorizePSAction, FontsAndJustification) {
     Driver driver;
     const std::string before = "1 0 0 gc\n/Helvetica findfont 3.53 scalefont setfont\n";
-    EXPECT_EQ(driver.text("x", "Helvetica", 2, 3.1415927f / 2, 2),
-              before + "1.00 2.00 90.00 (x) rtx\n1.00 2.00 90.00 (x) rtx\n");
-    EXPECT_EQ(driver.text("x", "Helvetica", 3), before + "1.00 2.00 0.00 (x) ctx\n");
-    EXPECT_EQ(driver.text("x", "Helvetica", 4), before);
+    EXPECT_EQ(driver.texts({{"x", "Helvetica"}, {"y", "Helvetica"}}, 2, 3.1415927f / 2),
+              before + "1.00 2.00 90.00 (x) rtx\n1.00 2.00 90.00 (y) rtx\n");
+    EXPECT_EQ(driver.texts({{"x", "Helvetica"}}, 3), before + "1.00 2.00 0.00 (x) ctx\n");
+    EXPECT_EQ(driver.texts({{"x", "Helvetica"}}, 4), before);
     const std::string longName(300, 'f');
-    const std::pair<const char *, std::string> fonts[] = {
-        {"Times New:Bold", "(Times New:Bold) cvn findfont"},
-        {"a)b%\n", "(a\\)b%\\012) cvn findfont"},
-        {longName.c_str(), "\n/" + longName.substr(0, 255) + " findfont"},
-        {nullptr, "/ findfont"}};
-    for (const auto &[font, expected] : fonts)
-        EXPECT_EQ(count(driver.text("x", font), expected), 1) << expected;
+    EXPECT_EQ(
+        linesWith(
+            "findfont",
+            driver.texts(
+                {{"x", "Times New:Bold"}, {"x", "a)b%\n"}, {"x", longName.c_str()}, {nullptr, nullptr}})),
+        "(Times New:Bold) cvn findfont 3.53 scalefont setfont;(a\\)b%\\012) cvn findfont 3.53 scalefont "
+        "setfont;/" +
+            longName.substr(0, 255) + " findfont 3.53 scalefont setfont;/ findfont 3.53 scalefont setfont;");
 }
 
 TEST(SoVectorizePSAction, MarkersAreDefinedOnce) {
-    const unsigned char arrow[] = {0x80, 0xC0, 0x01, 0x40};
-    SoMarkerSet::addMarker(200, SbVec2s(10, 2), arrow, FALSE, FALSE);
+    const unsigned char arrow[22] = {0x80, 0xC0, 0x01, 0x40};
+    SoMarkerSet::addMarker(200, SbVec2s(10, 11), arrow, FALSE, FALSE);
     auto *markers = new SoMarkerSet;
     markers->ref();
-    const int indices[] = {200, SoMarkerSet::CROSS_5_5, 777777};
-    markers->markerIndex.setValues(0, 3, indices);
+    const int indices[] = {200, 200, SoMarkerSet::CROSS_5_5, 777777};
+    markers->markerIndex.setValues(0, 4, indices);
     Driver driver;
     driver.setNominalWidth(0.5f, kMillimeter);
     const std::string text = driver.markers(5, markers);
     EXPECT_EQ(text.substr(0, text.find("/Bitmap", 1)),
-              "/Bitmap200\n{ 10 2\n true\n [10 0 0 2 0 0]\n{<80C00140>} imagemask\n} bind def\n"
-              "/currentBitmapIndex {Bitmap200} bind def\n1 0 0 gc\n5.00 1.00 -2.25 6.50 DisplayBitmap\n");
-    EXPECT_EQ(linesWith("imagemask", text),
-              "{<80C00140>} imagemask;{<000000002200140008001400220000000000>} imagemask;");
-    EXPECT_EQ(count(text, "DisplayBitmap"), 4) << "the third marker has no bitmap";
-    EXPECT_EQ(count(text, "/currentBitmapIndex"), 4);
+              "/Bitmap200\n{ 10 11\n true\n [10 0 0 11 0 0]\n{<80C00140" + std::string(32, '0') +
+                  "\n0000>} imagemask\n} bind def\n/currentBitmapIndex {Bitmap200} bind def\n1 0 0 gc\n"
+                  "5.00 5.50 -2.25 4.25 DisplayBitmap\n5.00 5.50 -1.25 4.25 DisplayBitmap\n");
+    EXPECT_EQ(count(text, "\n{<000000002200140008001400220000000000>} imagemask"), 1);
+    EXPECT_EQ(count(text, "DisplayBitmap"), 4) << "the last marker has no bitmap";
+    EXPECT_EQ(count(text, "/currentBitmapIndex"), 3);
     markers->unref();
 }
 
@@ -232,28 +244,19 @@ TEST(SoVectorizePSAction, Images) {
     EXPECT_EQ(driver.image(SbVec2s(9, 40), source, 3, 0, 2), "2 3\n18.00 80.00\n50.00 -20.00" + colors);
     EXPECT_EQ(driver.image(size, SbVec2s(1, 2), 4),
               "1 2\n8.00 12.00\n50.00 60.00\n1\n3\nDisplayImage\nFF0000FF0000\n");
-    EXPECT_EQ(linesWith(".00", driver.image(size, source, 2, 1, 2)), "8.00 12.00;46.00 48.00;");
+    EXPECT_EQ(driver.image(size, source, 2, 1, 2),
+              "2 3\n8.00 12.00\n46.00 48.00\n2\n1\nDisplayImage\nFF00FF00FF14\n");
+    EXPECT_EQ(count(driver.image(size, SbVec2s(41, 1), 1), "0506" + std::string(44, '0') + "\n00\n"), 1);
     EXPECT_EQ(driver.image(SbVec2s(0, 6), source, 3) + driver.image(size, SbVec2s(-1, 3), 3) +
                   driver.image(size, source, 0),
               "");
     driver.getOutput()->setColored(0);
     EXPECT_EQ(driver.image(size, source, 3), "2 3\n8.00 12.00\n50.00 60.00\n2\nDisplayImage\n4C961C120104\n");
+    driver.setDrawingDimensions(50, 50, kMillimeter);
+    EXPECT_EQ(driver.image(size, source, 3), "") << "out of sight";
 }
 
 // ------------------------------------------------------------------------------------------- whole pages
-
-const std::string kEverything =
-    "Font { name \"Helvetica\" size 14 } LightModel { model BASE_COLOR } "
-    "Separator { BaseColor { rgb 1 0 0 } Translation { translation -0.5 0.4 0 } Cube { width .5 height .5 "
-    "depth .5 } } "
-    "Separator { BaseColor { rgb 0 0 1 } Translation { translation 0.5 0.4 -0.3 } Sphere { radius 0.3 } } "
-    "Separator { DrawStyle { style LINES lineWidth 2 linePattern 0xF0F0 } BaseColor { rgb 0 .6 0 } "
-    "Translation { translation 0 -0.5 0 } Cone { height .6 bottomRadius .4 } } "
-    "Separator { BaseColor { rgb [ 1 .5 0, 0 .5 1 ] } MaterialBinding { value PER_VERTEX } "
-    "Coordinate3 { point [ -.8 -.8 0, -.6 -.6 0 ] } MarkerSet { markerIndex [ 10, 40 ] } LineSet { } } "
-    "Separator { Translation { translation -.9 .8 .5 } Text2 { string [ \"Depth (m)\", \"second\" ] } } "
-    "Separator { Translation { translation .6 -.8 0 } "
-    "Image { image 2 2 3 0xff0000 0xff00 0xff 0 width 20 height 20 } } ";
 
 TEST(SoVectorizePSAction, PagesRunThroughGhostscript) {
     const Scene scene(view(kEverything));
@@ -293,10 +296,18 @@ TEST(SoVectorizePSAction, SeveralDrawingsOnAPage) {
         EXPECT_EQ(count(page, "gsave\n10.00 10.00 translate\n"), 2);
         EXPECT_EQ(count(page, "gsave\n100.00 100.00 translate\n"), 1);
         EXPECT_EQ(count(page, "clip\n0.71 ep\n"), border > 0 ? 3 : 0);
+        EXPECT_EQ(count(page, "/Helvetica findfont"), 2) << "a font ends with the drawing that chose it";
         EXPECT_EQ(count(bodyOf(page), "gsave"), count(bodyOf(page), "grestore"))
             << "each drawing ends in the state that it began in";
         EXPECT_EQ(complaints(page), "");
     }
+}
+
+TEST(SoVectorizePSAction, EachViewChoosesItsFont) {
+    SoVectorizePSAction action;
+    const std::string page = pageOf(action, twoViews("Text2 { string \"a\" } "));
+    EXPECT_EQ(count(page, " findfont "), 2);
+    EXPECT_EQ(complaints(page), "");
 }
 
 TEST(SoVectorizePSAction, SizesOfNothingAndLessLeaveAGoodPage) {
