@@ -9,8 +9,10 @@
 #include <Inventor/SbVec3d.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
+#include <numeric>
 #include <random>
 #include <set>
 #include <span>
@@ -80,6 +82,31 @@ TEST(SoHiddenLines, ALineIsCutWhereAPolygonCoversIt) {
     expectPoints(visible[2],
                  {{-0.25f, -0.5f}, {0.25f, -0.5f}, {0.25f, 0.5f}, {-0.25f, 0.5f}, {-0.25f, -0.5f}});
     EXPECT_EQ(visible.lines[2].pattern, 0xFFFF);
+}
+
+TEST(SoHiddenLines, AFenceCutsALineIntoManyParts) {
+    // Posts in random order, and in the last gap beams of one middle, one of them drawn many times.
+    const int n = 50;
+    std::vector<int> order(n);
+    std::iota(order.begin(), order.end(), 0);
+    std::ranges::shuffle(order, std::mt19937(3));
+    SoHiddenLines lines;
+    addPolyline(lines, {{-1, 0, 0.9f, 1}, {1.25f, 0, 0.9f, 1}}, SbColor(1, 0, 0));
+    for (const int post : order) {
+        const float x = -1 + 2.0f * static_cast<float>(post) / n;
+        addPolygon(lines, rectangle(x, -0.5f, x + 1.0f / n, 0.5f, 0.01f * static_cast<float>(post % 7)));
+    }
+    for (int beam = 0; beam < 30; ++beam) {
+        const float width = beam < 25 ? 0.02f : 0.02f + 0.01f * static_cast<float>(beam - 25);
+        addPolygon(lines, rectangle(1.125f - width, -0.5f, 1.125f + width, 0.5f, 0));
+    }
+    const Visible visible(lines);
+    EXPECT_EQ(visible.lines[n].color, SbColor(1, 0, 0));
+    EXPECT_EQ(visible.lines[n + 1].color, kBlack);
+    for (int i = 0; i < n; ++i) {
+        const float x = -1 + (2.0f * static_cast<float>(i) + 1) / n;
+        expectPoints(visible[i], {{x, 0}, {i < n - 1 ? x + 1.0f / n : 1.125f - 0.06f, 0}});
+    }
 }
 
 TEST(SoHiddenLines, PlanesThatCrossAreCutWhereTheyMeet) {

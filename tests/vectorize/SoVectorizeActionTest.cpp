@@ -46,7 +46,18 @@ TEST(SoVectorizeAction, FrameOfPages) {
     EXPECT_EQ(action.frame, "HGCBGCBF");
     action.forget();
     action.apply(static_cast<SoNode *>(nullptr));
-    EXPECT_EQ(action.frame, "HGBF");
+    action.beginPage(SbVec2f(1, 2), SbVec2f(20, 30), Action::MILLIMETER);
+    action.endPage();
+    EXPECT_EQ(action.frame, "HGBFHF") << "pages without drawings";
+}
+
+TEST(SoVectorizeAction, IsNotAppliedFromInside) {
+    RecordingAction action;
+    const Scene scene(view("Callback { } " + kTriangle));
+    scene.child<SoCallback>(1)->setCallback(
+        [](void *self, SoAction *) { static_cast<RecordingAction *>(self)->apply(SoPathList()); }, &action);
+    action.apply(scene);
+    EXPECT_EQ(action.kinds() + action.frame, "polygon3 HGCBF");
 }
 
 TEST(SoVectorizeAction, PathsAndPathListsDrawTheirPart) {
@@ -67,7 +78,8 @@ TEST(SoVectorizeAction, SettingsKeepTheirMeaningInAllUnits) {
     action.setStartPosition(1, 2, Action::INCH);
     EXPECT_EQ(action.getStartPosition(Action::MILLIMETER), SbVec2f(25.4f, 50.8f));
     action.setDrawingDimensions(SbVec2f(0.1f, 0.2f), Action::METER);
-    action.setDrawingDimensions(NAN, 1, Action::METER);
+    for (const float bad : {NAN, 1e37f}) // too large in millimetres
+        action.setDrawingDimensions(1, bad, Action::METER);
     EXPECT_EQ(action.getDrawingDimensions(Action::MILLIMETER), SbVec2f(100, 200));
     action.setNominalWidth(3, static_cast<Action::DimensionUnit>(9));
     EXPECT_EQ(action.getNominalWidth(Action::MILLIMETER), 0);
@@ -337,22 +349,6 @@ TEST(SoVectorizeAction, EachViewIsClippedAndSortedByItself) {
     EXPECT_EQ(action.drawn[0].points[1][0], 50);
     EXPECT_EQ(action.drawn[2].points[0][0], 62.5f) << "half of the way out to the middle of its half";
     EXPECT_EQ(action.getClippingLimits(), SbBox2f(50, 0, 100, 100));
-}
-
-TEST(SoVectorizeAction, CoordinatesThatAreNotFiniteAreLeftOut) {
-    RecordingAction action;
-    const Scene scene(view(kPlain +
-                           "Coordinate3 { point [ 0 0 0, 1 0 0, 0 1 0, 0 0 0, 1 0 0, 0 1 0 ] } "
-                           "FaceSet { numVertices [ 3, 3 ] } LineSet { numVertices 6 } PointSet { }"));
-    auto *coordinates = scene.child<SoCoordinate3>(2);
-    coordinates->point.set1Value(1, SbVec3f(NAN, 0, 0));
-    coordinates->point.set1Value(4, SbVec3f(0, HUGE_VALF, 0));
-    for (const auto mode : {Action::HLHSR_NONE, Action::HLHSR_FULL_SORT}) {
-        action.setHLHSRMode(mode);
-        action.forget();
-        action.apply(scene);
-        EXPECT_EQ(action.kinds(), "line2 marks4 ") << "a line from the third point to the fourth";
-    }
 }
 
 TEST(SoVectorizeAction, Pens) {
