@@ -197,10 +197,10 @@ std::size_t HiddenLineEngine::moveEqualToEnd(std::span<Face> faces) const {
                    ? numbers(a) < numbers(b)
                    : std::ranges::lexicographical_compare(corners(a), corners(b), isBefore);
     });
-    const auto rest = std::ranges::unique(faces, [&](const Face &a, const Face &b) {
+    const auto end = std::unique(faces.begin(), faces.end(), [&](const Face &a, const Face &b) {
         return numbers(a) == numbers(b) && std::ranges::equal(corners(a), corners(b));
     });
-    return faces.size() - rest.size();
+    return static_cast<std::size_t>(end - faces.begin());
 }
 
 /// Halves the faces of a node, by their middles.

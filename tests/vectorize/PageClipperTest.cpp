@@ -101,7 +101,9 @@ TEST(PageClipper, PolylineFallsIntoRuns) {
     const auto middle = clipper.polyline(across, std::span(colors).first(2), kNear);
     ASSERT_EQ(middle.size(), 1u);
     EXPECT_EQ(middle[0].points, (Points{{-1, -1, 0, 1}, {1, 1, 0, 1}}));
-    EXPECT_EQ(clipper.polyline({}, {}, kNear).size(), 0u);
+    const Points deep = {{0, 0, -2, 1}, {0, 0, 2, 1}};
+    EXPECT_EQ(clipper.polyline(deep, std::span(colors).first(2), kNear)[0].points,
+              (Points{{0, 0, -1, 1}, {0, 0, 1, 1}}));
 }
 
 TEST(PageClipper, MarksMoveUpAndTextOnlyLooksAtDepthWhenAskedTo) {
@@ -110,9 +112,10 @@ TEST(PageClipper, MarksMoveUpAndTextOnlyLooksAtDepthWhenAskedTo) {
     ASSERT_EQ(PageClipper().marks(points, kNear), 3);
     EXPECT_EQ(points[1], SbVec4f(1, 1, 0, 1));
     EXPECT_EQ(points[2], SbVec4f(0, 1, 1, 1));
-    SbVec4f aside(3, 0, 0, 1), atEye(0, 0, 0, 0);
+    SbVec4f aside(3, 0, 0, 1), beyond(0, 0, 2, 1), atEye(0, 0, 0, 0);
     EXPECT_TRUE(PageClipper().point(aside, kNear, false));
     EXPECT_FALSE(PageClipper().point(aside, kNear, true));
+    EXPECT_FALSE(PageClipper().point(beyond, kNear, false));
     EXPECT_FALSE(PageClipper().point(atEye, kNear, false));
 }
 

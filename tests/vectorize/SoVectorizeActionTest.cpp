@@ -88,6 +88,8 @@ TEST(SoVectorizeAction, SettingsKeepTheirMeaningInAllUnits) {
     action.setBorder(HUGE_VALF);
     action.getBorder(&width, nullptr);
     EXPECT_EQ(width, 3);
+    action.setMiterLimit(0.5f);
+    EXPECT_EQ(action.getMiterLimit(), 1);
 }
 
 TEST(SoVectorizeAction, TranslatesColors) {
@@ -118,6 +120,8 @@ TEST(SoVectorizeAction, DrawStylesOfTriangles) {
         EXPECT_EQ(outline.pattern, 0xF0F0);
         EXPECT_EQ(draw(action, blue + "DrawStyle { style POINTS pointSize 5 } " + kTriangle, "marks3 ").size,
                   5);
+        draw(action, "DrawStyle { style POINTS } Coordinate3 { point [ 0 0 0, 1 0 0 ] } LineSet { }",
+             "marks2 ");
         draw(action, blue + "DrawStyle { style INVISIBLE } " + kTriangle, "");
     }
 }
@@ -127,11 +131,10 @@ const std::string kPerVertex = kPlain + "MaterialBinding { value PER_VERTEX } ";
 TEST(SoVectorizeAction, TransparentVerticesDropAPrimitiveOnlyTogether) {
     const struct {
         const char *transparency, *shape, *kinds;
-    } rows[] = {{"1, 0, 0", "FaceSet { }", "polygon3 "},
-                {"1, 1, 1", "FaceSet { }", ""},
-                {"0.99, 1, 1", "FaceSet { }", "polygon3 "},
-                {"1, 1, 0", "LineSet { }", "line2 "},
-                {"1, 1, 0", "PointSet { }", "marks1 "}};
+    } rows[] = {{"1, 0, 0", "FaceSet { }", "polygon3 "},    {"1, 1, 1", "FaceSet { }", ""},
+                {"0.99, 1, 1", "FaceSet { }", "polygon3 "}, {"1, 1, 0", "LineSet { }", "line2 "},
+                {"1, 1, 0", "PointSet { }", "marks1 "},     {"0, 1, 1", "Text2 { string \"a\" }", "text1 "},
+                {"1, 0, 0", "Text2 { string \"a\" }", ""}};
     RecordingAction action;
     for (const auto &row : rows)
         draw(action,
@@ -191,9 +194,7 @@ TEST(SoVectorizeAction, TextsAndImages) {
 
     // Of an image only the depth of its origin counts, and it has no triangles.
     const std::string image = "Image { width 8 image 2 1 3 0xff0000 0x00ff00 } ";
-    const Drawn drawn = draw(action, aside + image, "image1 ");
-    EXPECT_EQ(drawn.text, "2x1x3");
-    EXPECT_EQ(drawn.size, 8);
+    EXPECT_EQ(draw(action, aside + image, "image1 ").text, "2x1x3 as 8x1");
     draw(action, "Translation { translation 0 0 5 } " + image, "");
     action.setHLHSRMode(Action::HLHSR_Z_SORT); // equal depths in the order of the scene
     draw(action, text + kTriangle + image, "text1 text1 polygon3 image1 ");
@@ -361,7 +362,7 @@ TEST(SoVectorizeAction, Pens) {
         EXPECT_EQ(std::pair(index, penWidth), std::pair(pen, itsWidth)) << width;
     };
     expectPen(kRed, 2, 0, 2); // unrestricted
-    action.setPenDescription(3, nullptr, nullptr, Action::MILLIMETER);
+    action.setPenDescription(3, nullptr, std::vector<float>(3, 1).data(), Action::MILLIMETER);
     ASSERT_EQ(action.getPenNum(), 4);
     SbColor colors[4];
     float widths[4];
