@@ -10,7 +10,7 @@ namespace oravane {
 /// `placeOf(step)` is where a step finds its primitive.
 template <class PlaceOf>
 void callUpAhead(const PrimitiveList &list, int step, int numSteps, const PlaceOf &placeOf) {
-    constexpr int kAhead = 8, kLine = 64, kLines = 4;
+    constexpr int kAhead = 8, kLine = 64, kLines = 3;
     if (step + kAhead >= numSteps)
         return;
     const auto *memory = reinterpret_cast<const char *>(list[placeOf(step + kAhead)]);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <tuple>
 #include <utility>
 
 namespace oravane {
@@ -136,8 +137,7 @@ void HiddenLineEngine::addTriangles(std::span<const SbVec3f> ring) {
     }
 }
 
-// ------------------------------------------------------------------------------------------ tree of the
-// boxes
+// ------------------------------------------------------------------------------------- tree of boxes
 
 void HiddenLineEngine::buildIndex() {
     m_nodes.clear();
@@ -179,12 +179,40 @@ int HiddenLineEngine::axisOf(std::span<const Face> faces) {
     return std::max(alongX, alongY) <= 0 && spread[2] > 0 ? 2 : alongX >= alongY ? 0 : 1;
 }
 
+/// Shapes that are drawn over and over in one place hide no more than one of them, but each line along them
+/// would look at all. Returns the number of different faces, if all have one middle, and else of all.
+std::size_t HiddenLineEngine::moveEqualToEnd(std::span<Face> faces) const {
+    const auto hasOtherMiddle = [&](const Face &face) { return middleOf(face) != middleOf(faces[0]); };
+    if (std::ranges::any_of(faces, hasOtherMiddle))
+        return faces.size();
+    const auto numbers = [](const Face &f) { return std::tie(f.slopeX, f.slopeY, f.height, f.numCorners); };
+    const auto corners = [&](const Face &f) {
+        return std::span(m_corners).subspan(f.firstCorner, f.numCorners);
+    };
+    const auto isBefore = [](const SbVec2f &a, const SbVec2f &b) {
+        return a[0] != b[0] ? a[0] < b[0] : a[1] < b[1];
+    };
+    std::ranges::sort(faces, [&](const Face &a, const Face &b) {
+        return numbers(a) != numbers(b)
+                   ? numbers(a) < numbers(b)
+                   : std::ranges::lexicographical_compare(corners(a), corners(b), isBefore);
+    });
+    const auto end = std::unique(faces.begin(), faces.end(), [&](const Face &a, const Face &b) {
+        return numbers(a) == numbers(b) && std::ranges::equal(corners(a), corners(b));
+    });
+    return static_cast<std::size_t>(end - faces.begin());
+}
+
 /// Halves the faces of a node, by their middles.
 void HiddenLineEngine::divide(std::uint32_t node) {
-    const std::uint32_t first = m_nodes[node].first, count = m_nodes[node].numFaces;
+    const std::uint32_t first = m_nodes[node].first;
+    std::span faces = std::span(m_faces).subspan(first, m_nodes[node].numFaces);
+    if (faces.size() > kFacesInLeaf)
+        faces = faces.first(moveEqualToEnd(faces));
+    const auto count = static_cast<std::uint32_t>(faces.size());
+    m_nodes[node].numFaces = count;
     if (count <= kFacesInLeaf)
         return;
-    const std::span faces = std::span(m_faces).subspan(first, count);
     const int axis = axisOf(faces);
     const std::uint32_t half = count / 2;
     std::nth_element(faces.begin(), faces.begin() + half, faces.end(),
@@ -247,6 +275,7 @@ std::span<const LinePart> HiddenLineEngine::visibleParts(const SbVec3f &from, co
                 stack[top++] = child;
     }
 
+    joinHidden();
     double begin = 0;
     const auto show = [&](double end) {
         if (end - begin >= m_shortest)
@@ -309,22 +338,26 @@ void HiddenLineEngine::hideBy(const Face &face, const Segment &s) {
         hide(positivePart(over, beyondBegin, beyondEnd));
 }
 
-/// Adds to the hidden parts, which are in order and apart from each other by more than what counts.
+/// Adds to the hidden parts. Where there are many, as behind a fence, as many again are collected before they
+/// are joined.
 void HiddenLineEngine::hide(const LinePart &part) {
-    const auto first =
-        std::ranges::find_if(m_hidden, [&](const LinePart &h) { return h.end + m_shortest >= part.begin; });
-    LinePart joined = part;
-    auto end = first;
-    for (; end != m_hidden.end() && end->begin <= part.end + m_shortest; ++end) {
-        joined.begin = std::min(joined.begin, end->begin);
-        joined.end = std::max(joined.end, end->end);
+    constexpr std::size_t kFew = 16;
+    m_hidden.push_back(part);
+    if (m_hidden.size() <= kFew || m_hidden.size() >= 2 * m_numJoined)
+        joinHidden();
+}
+
+/// Brings the hidden parts into order, apart from each other by more than what counts.
+void HiddenLineEngine::joinHidden() {
+    std::ranges::sort(m_hidden, {}, &LinePart::begin);
+    m_numJoined = 0;
+    for (const LinePart &part : m_hidden) {
+        if (m_numJoined > 0 && part.begin <= m_hidden[m_numJoined - 1].end + m_shortest)
+            m_hidden[m_numJoined - 1].end = std::max(m_hidden[m_numJoined - 1].end, part.end);
+        else
+            m_hidden[m_numJoined++] = part;
     }
-    if (first == end) {
-        m_hidden.insert(first, joined);
-    } else {
-        *first = joined;
-        m_hidden.erase(first + 1, end);
-    }
+    m_hidden.resize(m_numJoined);
 }
 
 bool HiddenLineEngine::isHiddenAll() const {

@@ -76,18 +76,21 @@ private:
     static SbVec3f middleOf(const Face &face);
     static int axisOf(std::span<const Face> faces);
     Node nodeOf(std::uint32_t first, std::uint32_t numFaces) const;
+    std::size_t moveEqualToEnd(std::span<Face> faces) const;
     void divide(std::uint32_t node);
     static bool isNear(const Box &box, const Segment &segment);
     void hideBy(const Face &face, const Segment &segment);
     bool insideOf(const Face &face, const Segment &segment, LinePart &part) const;
     void hide(const LinePart &part);
+    void joinHidden();
     bool isHiddenAll() const;
 
     std::vector<Face> m_faces;
     std::vector<SbVec2f> m_corners;
     std::vector<Node> m_nodes;
     std::vector<LinePart> m_hidden, m_visible;
-    double m_shortest = 0; ///< part of the present segment that does not count
+    std::size_t m_numJoined = 0; ///< of the hidden parts, those that are in order and apart
+    double m_shortest = 0;       ///< part of the present segment that does not count
 };
 
 } // namespace oravane

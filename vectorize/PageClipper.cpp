@@ -39,22 +39,17 @@ constexpr Limit kFar{2, 1.0f, false};
 constexpr Limit kPolygonLimits[] = {kXMin, kYMin, kXMax, kYMax, kFar};
 constexpr Limit kPolylineLimits[] = {kFar, kXMin, kXMax, kYMin, kYMax};
 
-struct ColoredPoint {
-    SbVec4f point;
-    SbColor color;
-};
-
+/// Counts from the inside: neighbours, which run along their common edge against each other, get one point.
 template <class Border>
-ColoredPoint crossing(const SbVec4f *p, const SbColor *c, int from, int to, const Border &limit, bool multi) {
-    const SbVec4f &a = p[from];
-    const SbVec4f &b = p[to];
+void addCrossing(const ColoredPoints &run, int inside, int outside, const Border &limit, bool multi,
+                 ColoredPoints &result) {
+    const SbVec4f &a = run.points[inside];
+    const SbVec4f &b = run.points[outside];
     const float t = limit.share(a, b);
-    ColoredPoint result{a + (b - a) * t, c[from]};
-    limit.settle(result.point);
-    if (multi)
-        for (int k = 0; k < 3; ++k)
-            result.color[k] = c[from][k] + (c[to][k] - c[from][k]) * t;
-    return result;
+    SbVec4f point = a + (b - a) * t;
+    limit.settle(point);
+    const SbColor &color = run.colors[inside];
+    result.add(point, multi ? SbColor(color + (run.colors[outside] - color) * t) : color);
 }
 
 void divideByW(std::vector<SbVec4f> &points) {
@@ -75,10 +70,8 @@ void clipRing(const ColoredPoints &ring, ColoredPoints &result, const Border &li
         const bool inside = limit.contains(ring.points[i]);
         if (inside)
             result.add(ring.points[i], ring.colors[i]);
-        if (inside != limit.contains(ring.points[next])) {
-            const ColoredPoint at = crossing(ring.points.data(), ring.colors.data(), i, next, limit, multi);
-            result.add(at.point, at.color);
-        }
+        if (inside != limit.contains(ring.points[next]))
+            addCrossing(ring, inside ? i : next, inside ? next : i, limit, multi, result);
     }
 }
 
@@ -135,10 +128,10 @@ const ColoredPoints &PageClipper::polygon(std::span<const SbVec4f> points, std::
         pass(Plane{plane});
     pass(Limit{2, nearLimit, true});
     divideByW(m_polygon.points);
-    if (!isFinite(m_polygon.points))
-        m_polygon.clear();
     for (const Limit &limit : kPolygonLimits)
         pass(limit);
+    if (!isFinite(m_polygon.points))
+        m_polygon.clear();
     return m_polygon;
 }
 
@@ -153,8 +146,7 @@ void clipRun(const ColoredPoints &run, const Border &limit, bool multi, Start st
         if (i > 0 && inside != limit.contains(run.points[i - 1])) {
             if (inside)
                 part = &start();
-            const ColoredPoint at = crossing(run.points.data(), run.colors.data(), i - 1, i, limit, multi);
-            part->add(at.point, at.color);
+            addCrossing(run, inside ? i : i - 1, inside ? i - 1 : i, limit, multi, *part);
         } else if (inside && !part) {
             part = &start();
         }
@@ -188,13 +180,13 @@ std::span<const ColoredPoints> PageClipper::polyline(std::span<const SbVec4f> po
     for (const SbVec4f &plane : m_planes)
         pass(Plane{plane});
     pass(Limit{2, nearLimit, true});
-    for (ColoredPoints &inFront : std::span(m_runs.store.data(), m_runs.count)) {
+    for (ColoredPoints &inFront : m_runs.used())
         divideByW(inFront.points);
-        if (!isFinite(inFront.points))
-            inFront.clear();
-    }
     for (const Limit &limit : kPolylineLimits)
         pass(limit);
+    for (ColoredPoints &part : m_runs.used())
+        if (!isFinite(part.points))
+            part.clear();
     return m_runs.used();
 }
 

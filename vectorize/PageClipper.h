@@ -28,7 +28,7 @@ bool isMulticolor(std::span<const SbColor> colors);
 /// being inside when its z before the division by w is at least `near`; then, after the division, at the
 /// limits -1 and 1 of x and y and at the far limit z = 1. All limits belong to the inside. The results are
 /// normalised points, w = 1. A primitive with a point that is not finite is dropped, a polyline at that point
-/// only. Planes of the scene cut before the near limit does.
+/// only, and with it a part whose numbers overflow. Planes of the scene cut before the near limit does.
 ///
 /// The results stay valid until the next call. Colours of new points are interpolated when the primitive has
 /// more than one colour.
@@ -61,7 +61,7 @@ private:
         std::size_t count = 0;
 
         ColoredPoints &start();
-        std::span<const ColoredPoints> used() const { return {store.data(), count}; }
+        std::span<ColoredPoints> used() { return {store.data(), count}; }
     };
 
     std::vector<SbVec4f> m_planes;

@@ -140,8 +140,7 @@ void SoHiddenLines::Lines::index() {
 
 void SoHiddenLines::Lines::show(const Line &line) {
     const std::span<const SbVec3f> p = pointsOf(line);
-    const bool closes = line.isPolygon && p.size() > 2 && p.front() != p.back();
-    for (std::size_t i = 0; i + (closes ? 0 : 1) < p.size(); ++i) {
+    for (std::size_t i = 0; i + (line.isPolygon ? 0 : 1) < p.size(); ++i) {
         const SbVec3f &from = p[i], &to = p[i + 1 < p.size() ? i + 1 : 0];
         if (line.isPolygon && !drawnEdges.insert(edgeOf(from, to, appearances[line.appearance])).second)
             continue;

@@ -41,17 +41,25 @@ SbVec2f toUnit(const SbVec2f &value, SoVectorizeAction::DimensionUnit unit) {
     return SbVec2f(toUnit(value[0], unit), toUnit(value[1], unit));
 }
 
-bool isFinite(const SbVec2f &v) {
-    return std::isfinite(v[0]) && std::isfinite(v[1]);
-}
-
 bool isFinite(const SbColor &c) {
     return std::isfinite(c[0]) && std::isfinite(c[1]) && std::isfinite(c[2]);
 }
 
-void setLength(float &length, float value, SoVectorizeAction::DimensionUnit unit) {
-    if (std::isfinite(value))
-        length = value * millimeters(unit);
+/// Sets nothing, and returns false, when the result were not finite.
+bool setLength(float &length, float value, SoVectorizeAction::DimensionUnit unit) {
+    const float inMillimeters = value * millimeters(unit);
+    const bool isFinite = std::isfinite(inMillimeters);
+    if (isFinite)
+        length = inMillimeters;
+    return isFinite;
+}
+
+bool setLengths(SbVec2f &lengths, const SbVec2f &values, SoVectorizeAction::DimensionUnit unit) {
+    SbVec2f both;
+    const bool isFinite = setLength(both[0], values[0], unit) && setLength(both[1], values[1], unit);
+    if (isFinite)
+        lengths = both;
+    return isFinite;
 }
 
 } // namespace
@@ -72,6 +80,8 @@ SoVectorizeAction::~SoVectorizeAction() = default;
 
 template <class Target>
 void SoVectorizeAction::applyTo(Target &&traverse) {
+    if (m_traversal)
+        return;
     m_traversal = std::make_unique<Traversal>(*this);
     SoCallbackAction action;
     prepareAction(action);
@@ -87,6 +97,7 @@ void SoVectorizeAction::applyTo(Target &&traverse) {
     if (!m_pageMode)
         writeFooter();
     endTraversal();
+    m_traversal.reset();
     if (m_output)
         m_output->flush();
 }
@@ -117,22 +128,20 @@ void SoVectorizeAction::beginTraversal() {
     m_traversal->openStore();
 }
 
-void SoVectorizeAction::endTraversal() {
-    m_traversal.reset();
-}
+void SoVectorizeAction::endTraversal() {}
 
 void SoVectorizeAction::beginPage(const SbVec2f &start, const SbVec2f &size, DimensionUnit unit) {
     m_pageMode = 1;
     m_headerPending = 1;
-    if (isFinite(start))
-        m_pageOrigin = start * millimeters(unit);
-    if (isFinite(size))
-        m_pageSize = size * millimeters(unit);
+    setLengths(m_pageOrigin, start, unit);
+    setLengths(m_pageSize, size, unit);
 }
 
 void SoVectorizeAction::endPage() {
     if (!m_pageMode)
         return;
+    if (m_headerPending)
+        writeHeader();
     writeFooter();
     m_pageMode = 0;
     m_headerPending = 1;
@@ -147,10 +156,7 @@ void SoVectorizeAction::closePage() {
 // ------------------------------------------------------------------------------------------------ settings
 
 void SoVectorizeAction::setDrawingDimensions(const SbVec2f &size, DimensionUnit unit) {
-    if (!isFinite(size))
-        return;
-    m_size = size * millimeters(unit);
-    if (!m_pageMode)
+    if (setLengths(m_size, size, unit) && !m_pageMode)
         m_pageSize = m_size;
 }
 
@@ -163,10 +169,7 @@ SbVec2f SoVectorizeAction::getDrawingDimensions(DimensionUnit unit) const {
 }
 
 void SoVectorizeAction::setStartPosition(const SbVec2f &start, DimensionUnit unit) {
-    if (!isFinite(start))
-        return;
-    m_start = start * millimeters(unit);
-    if (!m_pageMode)
+    if (setLengths(m_start, start, unit) && !m_pageMode)
         m_pageOrigin = m_start;
 }
 

@@ -4,6 +4,8 @@
 #include "vectorize/ConvexPolygon.h"
 
 #include <algorithm>
+#include <memory>
+#include <span>
 
 ORAVANE_VECTORIZE_BEGIN
 
@@ -18,8 +20,21 @@ void Primitive::dispose(Primitive *primitive) {
         delete primitive;
 }
 
+namespace {
+
+/// Of a block of points with their colours.
+std::size_t sizeOf(int num) {
+    return static_cast<std::size_t>(num) * (sizeof(SbVec4f) + sizeof(SbColor));
+}
+
+} // namespace
+
+void PrimitiveMultiPoints::Release::operator()(SbVec4f *block) const {
+    storage->deallocate(block, sizeOf(num), alignof(SbVec4f));
+}
+
 SbColor PrimitiveMultiPoints::getColor() const {
-    return m_colors.empty() ? Primitive::getColor() : m_colors[0];
+    return getNum() > 0 ? colors()[0] : Primitive::getColor();
 }
 
 SbVec3f PrimitiveMultiPoints::getPoint(int index) const {
@@ -29,27 +44,34 @@ SbVec3f PrimitiveMultiPoints::getPoint(int index) const {
     return SbVec3f(p[0], p[1], p[2]);
 }
 
+float PrimitiveMultiPoints::getAverageZ() const {
+    float sum = 0;
+    for (int i = 0; i < getNum(); ++i)
+        sum += m_points[i][2];
+    return getNum() > 0 ? sum / static_cast<float>(getNum()) : 0;
+}
+
 void PrimitiveMultiPoints::setPoints(int n, const SbVec4f *points, const SbColor *colors) {
     const int count = points && colors ? std::max(n, 0) : 0;
-    m_points.assign(points, points + count);
-    m_colors.assign(colors, colors + count);
+    std::pmr::memory_resource *const storage = m_points.get_deleter().storage;
     m_box.makeEmpty();
-    m_averageZ = m_zMax = m_zMin = 0;
+    m_zMax = m_zMin = 0;
+    m_points = {nullptr, {storage}};
     if (count == 0)
         return;
+    auto *const block = static_cast<SbVec4f *>(storage->allocate(sizeOf(count), alignof(SbVec4f)));
+    m_points = {block, {storage, count}};
+    std::uninitialized_copy_n(points, count, block);
+    std::uninitialized_copy_n(colors, count, reinterpret_cast<SbColor *>(block + count));
     SbVec4f low = points[0], high = points[0];
-    float sum = 0;
-    for (const SbVec4f &p : m_points) {
+    for (int i = 1; i < count; ++i)
         for (int k = 0; k < 3; ++k) {
-            low[k] = std::min(low[k], p[k]);
-            high[k] = std::max(high[k], p[k]);
+            low[k] = std::min(low[k], points[i][k]);
+            high[k] = std::max(high[k], points[i][k]);
         }
-        sum += p[2];
-    }
     m_box.setBounds(low[0], low[1], high[0], high[1]);
     m_zMin = low[2];
     m_zMax = high[2];
-    m_averageZ = sum / static_cast<float>(count);
 }
 
 void PolyGon::setValue(int n, const SbVec4f *points, const SbColor *colors, int multicolor, float lineWidth,
@@ -66,14 +88,13 @@ void PolyGon::setValue(int n, const SbVec4f *points, const SbColor *colors, int 
 void PolyGon::print(SoHLHSRVectorize *hlhsr) {
     switch (m_style) {
     case FILLED:
-        hlhsr->printPolygon(m_points.data(), getNum(), m_colors.data());
+        hlhsr->printPolygon(points(), getNum(), colors());
         break;
     case LINES:
-        hlhsr->printPolyLine(m_points.data(), getNum(), m_colors.data(), m_multicolor, m_lineWidth,
-                             m_pattern);
+        hlhsr->printPolyLine(points(), getNum(), colors(), m_multicolor, m_lineWidth, m_pattern);
         break;
     case POINTS:
-        hlhsr->printPolyMark(m_points.data(), getNum(), m_colors.data(), m_multicolor, m_pointSize, nullptr);
+        hlhsr->printPolyMark(points(), getNum(), colors(), m_multicolor, m_pointSize, nullptr);
         break;
     }
 }
@@ -93,7 +114,8 @@ const SbPlane *PolyGon::getPlane() {
 }
 
 int PolyGon::isPointInnerXYPlane(const SbVec2f &point) const {
-    return oravane::isInsideConvex(std::span<const SbVec4f>(m_points), point[0], point[1]);
+    return oravane::isInsideConvex(std::span(points(), static_cast<std::size_t>(getNum())), point[0],
+                                   point[1]);
 }
 
 void PolyLine::setValue(int n, const SbVec4f *points, const SbColor *colors, int multicolor, float width,
@@ -105,7 +127,7 @@ void PolyLine::setValue(int n, const SbVec4f *points, const SbColor *colors, int
 }
 
 void PolyLine::print(SoHLHSRVectorize *hlhsr) {
-    hlhsr->printPolyLine(m_points.data(), getNum(), m_colors.data(), m_multicolor, m_width, m_pattern);
+    hlhsr->printPolyLine(points(), getNum(), colors(), m_multicolor, m_width, m_pattern);
 }
 
 void PolyMark::setValue(int n, const SbVec4f *points, const SbColor *colors, int multicolor, float size,
@@ -117,7 +139,7 @@ void PolyMark::setValue(int n, const SbVec4f *points, const SbColor *colors, int
 }
 
 void PolyMark::print(SoHLHSRVectorize *hlhsr) {
-    hlhsr->printPolyMark(m_points.data(), getNum(), m_colors.data(), m_multicolor, m_size, m_markerSet);
+    hlhsr->printPolyMark(points(), getNum(), colors(), m_multicolor, m_size, m_markerSet);
 }
 
 void PrimitiveMonoPoint::setPoint(const SbVec4f &point, const SbColor &color) {

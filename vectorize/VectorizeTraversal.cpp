@@ -377,7 +377,7 @@ void SoVectorizeAction::Traversal::drawTriangle(const SoPrimitiveVertex *const v
     std::array<SbVec4f, 3> points;
     std::array<SbColor, 3> colors;
     if (shape && colorTriangle(vertices, points.data(), colors.data()))
-        emitPolygon(m_clipper.polygon(points, colors, shape->nearLimit));
+        emitPolygon(m_clipper.polygon(points, colors, shape->nearLimit), oravane::isMulticolor(colors));
 }
 
 void SoVectorizeAction::Traversal::drawLineSegment(const SoPrimitiveVertex &from,
@@ -534,12 +534,11 @@ const SbVec4f *SoVectorizeAction::Traversal::project(const SbVec4f *points, int 
     return m_projected.data();
 }
 
-void SoVectorizeAction::Traversal::emitPolygon(const ColoredPoints &polygon) {
+void SoVectorizeAction::Traversal::emitPolygon(const ColoredPoints &polygon, int multicolor) {
     const int n = polygon.size();
     if (n == 0)
         return;
     const Shape &s = m_shape;
-    const int multicolor = oravane::isMulticolor(polygon.colors);
     if (s.drawStyle == SoDrawStyle::LINES) {
         m_outline = polygon;
         m_outline.add(polygon.points[0], polygon.colors[0]);

@@ -101,7 +101,7 @@ private:
     void sendPoints(SoMarkerSet *markerSet);
     void sendPolyline();
     void sendMarks(SoMarkerSet *markerSet);
-    void emitPolygon(const oravane::ColoredPoints &polygon);
+    void emitPolygon(const oravane::ColoredPoints &polygon, int multicolor);
     void emitPolyline(const SbVec4f *points, int n, const SbColor *colors, int multicolor);
     void emitMarks(const SbVec4f *points, int n, const SbColor *colors, int multicolor,
                    SoMarkerSet *markerSet);

@@ -50,7 +50,8 @@ class SoVectorOutput;
 ///
 /// What is fully transparent (transparency exactly 1 at all vertices of a triangle, at both ends of a line,
 /// at the point) or has the invisible draw style draws nothing; a primitive with a coordinate that is not
-/// finite is left out. One traversal at a time: an action must not be applied from inside its own operations.
+/// finite is left out. One traversal at a time: an action that is applied from inside its own operations does
+/// nothing.
 class ORAVANE_API SoVectorizeAction {
 public:
     enum DimensionUnit : int { INCH = 0, MILLIMETER = 1, METER = 2 };
@@ -83,7 +84,7 @@ public:
     /// Opens a page that takes the drawings of any number of `apply` calls: one header, written by the first
     /// of them, and one footer. `start` is the page's origin, `size` its extent.
     virtual void beginPage(const SbVec2f &start, const SbVec2f &size, DimensionUnit unit);
-    /// Nothing happens when no page is open.
+    /// Nothing happens when no page is open. A page without drawings has a header all the same.
     virtual void endPage();
 
     /// Extent of the drawing; 190 by 277 mm at first. Outside of a page also the extent of the page.

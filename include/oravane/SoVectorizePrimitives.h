@@ -11,6 +11,7 @@
 #include <Inventor/SbVec4f.h>
 #include <Inventor/nodes/SoImage.h>
 
+#include <memory>
 #include <memory_resource>
 #include <string>
 #include <vector>
@@ -77,26 +78,35 @@ private:
 /// A run of points with a colour each.
 class ORAVANE_API PrimitiveMultiPoints : public Primitive {
 public:
-    float getAverageZ() const override { return m_averageZ; }
+    float getAverageZ() const override;
     float getZmax() const override { return m_zMax; }
     float getZmin() const override { return m_zMin; }
     SbColor getColor() const override;
     int getTypeId() const override { return 1; }
 
-    int getNum() const { return static_cast<int>(m_points.size()); }
+    int getNum() const { return m_points.get_deleter().num; }
     /// x, y and z of point `index`; the null vector for an index out of range.
     SbVec3f getPoint(int index) const;
 
 protected:
-    explicit PrimitiveMultiPoints(std::pmr::memory_resource *storage)
-        : m_points(storage), m_colors(storage) {}
+    explicit PrimitiveMultiPoints(std::pmr::memory_resource *storage) : m_points(nullptr, {storage}) {}
     /// Copies `n` points and colours and works out the depths and the box; an `n` below 1 or a null array
     /// makes the run empty.
     void setPoints(int n, const SbVec4f *points, const SbColor *colors);
 
-    float m_averageZ = 0, m_zMax = 0, m_zMin = 0;
-    std::pmr::vector<SbVec4f> m_points;
-    std::pmr::vector<SbColor> m_colors;
+    const SbVec4f *points() const { return m_points.get(); }
+    const SbColor *colors() const { return reinterpret_cast<const SbColor *>(points() + getNum()); }
+
+private:
+    struct Release {
+        std::pmr::memory_resource *storage;
+        int num = 0;
+
+        void operator()(SbVec4f *block) const;
+    };
+
+    float m_zMax = 0, m_zMin = 0;
+    std::unique_ptr<SbVec4f[], Release> m_points; ///< one block of memory with the colours behind
 };
 
 /// A convex polygon.

@@ -14,7 +14,8 @@ using oravane::PageClipper;
 using Points = std::vector<SbVec4f>;
 
 constexpr float kNear = -1;
-constexpr float kInfinite = std::numeric_limits<float>::infinity();
+constexpr float kInfinite = std::numeric_limits<float>::infinity(),
+                kNaN = std::numeric_limits<float>::quiet_NaN();
 const SbColor kRed(1, 0, 0), kBlue(0, 0, 1), kViolet(0.5f, 0, 0.5f);
 
 const ColoredPoints &clip(const Points &points, const SbColor &last = kRed) {
@@ -74,13 +75,20 @@ TEST(PageClipper, PolygonsStayWholeOrGo) {
     EXPECT_EQ(clip({{0, 0, 1.5f, 1}, {1, 0, 2, 1}, {0, 1, 2, 1}}).size(), 0) << "beyond";
     EXPECT_EQ(clip({{0, 0, 0, 1}, {kInfinite, 0, 0, 1}, {0, 1, 0, 1}}).size(), 0) << "not finite";
     EXPECT_EQ(clip({{0, 0, 0, 0}, {1, 0, 0, 0}, {0, 1, 0, 0}}).size(), 0) << "at the eye";
+    EXPECT_EQ(clip({{-3e38f, -3e38f, 0, 1}, {3e38f, 3e38f, 0, 1}, {0, 1, 0, 1}}).size(), 0) << "too large";
+}
+
+TEST(PageClipper, NeighboursAreCutInOnePoint) {
+    const SbVec4f inside(0.1f, 0.3f, 0.7f, 1.1f), outside(1.7f, -2.3f, 0.2f, 1.3f);
+    const Points one = clip({inside, outside, {0, 0.5f, 0, 1}}).points;
+    EXPECT_NE(std::ranges::find(one, clip({outside, inside, {0, -0.5f, 0, 1}}).points[0]), one.end());
 }
 
 TEST(PageClipper, PolylineFallsIntoRuns) {
     PageClipper clipper;
     // Leaves at x = 1, comes back, and has a point that is not a number.
-    const Points points = {{0, 0, 0, 1}, {4, 0, 0, 1}, {0, 0.5f, 0, 1}, {0, std::nanf(""), 0, 1},
-                           {0, 0, 0, 1}, {0, -4, 0, 1}};
+    const Points points = {{0, 0, 0, 1},    {4, 0, 0, 1}, {0, 0.5f, 0, 1},
+                           {0, kNaN, 0, 1}, {0, 0, 0, 1}, {0, -4, 0, 1}};
     const std::vector<SbColor> colors = {kRed, kBlue, kRed, kRed, kRed, kRed};
     const auto runs = clipper.polyline(points, colors, kNear);
     ASSERT_EQ(runs.size(), 3u);
@@ -93,17 +101,21 @@ TEST(PageClipper, PolylineFallsIntoRuns) {
     const auto middle = clipper.polyline(across, std::span(colors).first(2), kNear);
     ASSERT_EQ(middle.size(), 1u);
     EXPECT_EQ(middle[0].points, (Points{{-1, -1, 0, 1}, {1, 1, 0, 1}}));
-    EXPECT_EQ(clipper.polyline({}, {}, kNear).size(), 0u);
+    const Points deep = {{0, 0, -2, 1}, {0, 0, 2, 1}};
+    EXPECT_EQ(clipper.polyline(deep, std::span(colors).first(2), kNear)[0].points,
+              (Points{{0, 0, -1, 1}, {0, 0, 1, 1}}));
 }
 
 TEST(PageClipper, MarksMoveUpAndTextOnlyLooksAtDepthWhenAskedTo) {
-    Points points = {{0, 0, 0, 1}, {3, 0, 0, 1}, {2, 2, 0, 2}, {0, 0, -2, 1}, {0, 0, 3, 2}, {0, 1, 1, 1}};
+    Points points = {{0, 0, 0, 1},    {3, 0, 0, 1}, {2, 2, 0, 2}, {0, 0, -2, 1},
+                     {kNaN, 0, 0, 1}, {0, 0, 3, 2}, {0, 1, 1, 1}};
     ASSERT_EQ(PageClipper().marks(points, kNear), 3);
     EXPECT_EQ(points[1], SbVec4f(1, 1, 0, 1));
     EXPECT_EQ(points[2], SbVec4f(0, 1, 1, 1));
-    SbVec4f aside(3, 0, 0, 1), atEye(0, 0, 0, 0);
+    SbVec4f aside(3, 0, 0, 1), beyond(0, 0, 2, 1), atEye(0, 0, 0, 0);
     EXPECT_TRUE(PageClipper().point(aside, kNear, false));
     EXPECT_FALSE(PageClipper().point(aside, kNear, true));
+    EXPECT_FALSE(PageClipper().point(beyond, kNear, false));
     EXPECT_FALSE(PageClipper().point(atEye, kNear, false));
 }
 

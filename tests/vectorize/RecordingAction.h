@@ -82,8 +82,11 @@ protected:
     }
     void printImage(const SbVec4f &point, const unsigned char *, SbVec2s &size, SbVec2s &source,
                     int components, SoImage::HorAlignment, SoImage::VertAlignment) override {
-        add("image", &point, 1, nullptr, 0, size[0]).text =
-            std::to_string(source[0]) + "x" + std::to_string(source[1]) + "x" + std::to_string(components);
+        const auto product = [](const SbVec2s &v) {
+            return std::to_string(v[0]) + "x" + std::to_string(v[1]);
+        };
+        add("image", &point, 1, nullptr, 0, 0).text =
+            product(source) + "x" + std::to_string(components) + " as " + product(size);
     }
 };
 

@@ -46,7 +46,18 @@ TEST(SoVectorizeAction, FrameOfPages) {
     EXPECT_EQ(action.frame, "HGCBGCBF");
     action.forget();
     action.apply(static_cast<SoNode *>(nullptr));
-    EXPECT_EQ(action.frame, "HGBF");
+    action.beginPage(SbVec2f(1, 2), SbVec2f(20, 30), Action::MILLIMETER);
+    action.endPage();
+    EXPECT_EQ(action.frame, "HGBFHF") << "pages without drawings";
+}
+
+TEST(SoVectorizeAction, IsNotAppliedFromInside) {
+    RecordingAction action;
+    const Scene scene(view("Callback { } " + kTriangle));
+    scene.child<SoCallback>(1)->setCallback(
+        [](void *self, SoAction *) { static_cast<RecordingAction *>(self)->apply(SoPathList()); }, &action);
+    action.apply(scene);
+    EXPECT_EQ(action.kinds() + action.frame, "polygon3 HGCBF");
 }
 
 TEST(SoVectorizeAction, PathsAndPathListsDrawTheirPart) {
@@ -67,7 +78,8 @@ TEST(SoVectorizeAction, SettingsKeepTheirMeaningInAllUnits) {
     action.setStartPosition(1, 2, Action::INCH);
     EXPECT_EQ(action.getStartPosition(Action::MILLIMETER), SbVec2f(25.4f, 50.8f));
     action.setDrawingDimensions(SbVec2f(0.1f, 0.2f), Action::METER);
-    action.setDrawingDimensions(NAN, 1, Action::METER);
+    for (const float bad : {NAN, 1e37f}) // too large in millimetres
+        action.setDrawingDimensions(1, bad, Action::METER);
     EXPECT_EQ(action.getDrawingDimensions(Action::MILLIMETER), SbVec2f(100, 200));
     action.setNominalWidth(3, static_cast<Action::DimensionUnit>(9));
     EXPECT_EQ(action.getNominalWidth(Action::MILLIMETER), 0);
@@ -76,6 +88,8 @@ TEST(SoVectorizeAction, SettingsKeepTheirMeaningInAllUnits) {
     action.setBorder(HUGE_VALF);
     action.getBorder(&width, nullptr);
     EXPECT_EQ(width, 3);
+    action.setMiterLimit(0.5f);
+    EXPECT_EQ(action.getMiterLimit(), 1);
 }
 
 TEST(SoVectorizeAction, TranslatesColors) {
@@ -106,6 +120,8 @@ TEST(SoVectorizeAction, DrawStylesOfTriangles) {
         EXPECT_EQ(outline.pattern, 0xF0F0);
         EXPECT_EQ(draw(action, blue + "DrawStyle { style POINTS pointSize 5 } " + kTriangle, "marks3 ").size,
                   5);
+        draw(action, "DrawStyle { style POINTS } Coordinate3 { point [ 0 0 0, 1 0 0 ] } LineSet { }",
+             "marks2 ");
         draw(action, blue + "DrawStyle { style INVISIBLE } " + kTriangle, "");
     }
 }
@@ -115,11 +131,10 @@ const std::string kPerVertex = kPlain + "MaterialBinding { value PER_VERTEX } ";
 TEST(SoVectorizeAction, TransparentVerticesDropAPrimitiveOnlyTogether) {
     const struct {
         const char *transparency, *shape, *kinds;
-    } rows[] = {{"1, 0, 0", "FaceSet { }", "polygon3 "},
-                {"1, 1, 1", "FaceSet { }", ""},
-                {"0.99, 1, 1", "FaceSet { }", "polygon3 "},
-                {"1, 1, 0", "LineSet { }", "line2 "},
-                {"1, 1, 0", "PointSet { }", "marks1 "}};
+    } rows[] = {{"1, 0, 0", "FaceSet { }", "polygon3 "},    {"1, 1, 1", "FaceSet { }", ""},
+                {"0.99, 1, 1", "FaceSet { }", "polygon3 "}, {"1, 1, 0", "LineSet { }", "line2 "},
+                {"1, 1, 0", "PointSet { }", "marks1 "},     {"0, 1, 1", "Text2 { string \"a\" }", "text1 "},
+                {"1, 0, 0", "Text2 { string \"a\" }", ""}};
     RecordingAction action;
     for (const auto &row : rows)
         draw(action,
@@ -179,9 +194,7 @@ TEST(SoVectorizeAction, TextsAndImages) {
 
     // Of an image only the depth of its origin counts, and it has no triangles.
     const std::string image = "Image { width 8 image 2 1 3 0xff0000 0x00ff00 } ";
-    const Drawn drawn = draw(action, aside + image, "image1 ");
-    EXPECT_EQ(drawn.text, "2x1x3");
-    EXPECT_EQ(drawn.size, 8);
+    EXPECT_EQ(draw(action, aside + image, "image1 ").text, "2x1x3 as 8x1");
     draw(action, "Translation { translation 0 0 5 } " + image, "");
     action.setHLHSRMode(Action::HLHSR_Z_SORT); // equal depths in the order of the scene
     draw(action, text + kTriangle + image, "text1 text1 polygon3 image1 ");
@@ -339,22 +352,6 @@ TEST(SoVectorizeAction, EachViewIsClippedAndSortedByItself) {
     EXPECT_EQ(action.getClippingLimits(), SbBox2f(50, 0, 100, 100));
 }
 
-TEST(SoVectorizeAction, CoordinatesThatAreNotFiniteAreLeftOut) {
-    RecordingAction action;
-    const Scene scene(view(kPlain +
-                           "Coordinate3 { point [ 0 0 0, 1 0 0, 0 1 0, 0 0 0, 1 0 0, 0 1 0 ] } "
-                           "FaceSet { numVertices [ 3, 3 ] } LineSet { numVertices 6 } PointSet { }"));
-    auto *coordinates = scene.child<SoCoordinate3>(2);
-    coordinates->point.set1Value(1, SbVec3f(NAN, 0, 0));
-    coordinates->point.set1Value(4, SbVec3f(0, HUGE_VALF, 0));
-    for (const auto mode : {Action::HLHSR_NONE, Action::HLHSR_FULL_SORT}) {
-        action.setHLHSRMode(mode);
-        action.forget();
-        action.apply(scene);
-        EXPECT_EQ(action.kinds(), "line2 marks4 ") << "a line from the third point to the fourth";
-    }
-}
-
 TEST(SoVectorizeAction, Pens) {
     RecordingAction action;
     const auto expectPen = [&](const SbColor &color, float width, int pen, float itsWidth) {
@@ -365,7 +362,7 @@ TEST(SoVectorizeAction, Pens) {
         EXPECT_EQ(std::pair(index, penWidth), std::pair(pen, itsWidth)) << width;
     };
     expectPen(kRed, 2, 0, 2); // unrestricted
-    action.setPenDescription(3, nullptr, nullptr, Action::MILLIMETER);
+    action.setPenDescription(3, nullptr, std::vector<float>(3, 1).data(), Action::MILLIMETER);
     ASSERT_EQ(action.getPenNum(), 4);
     SbColor colors[4];
     float widths[4];
