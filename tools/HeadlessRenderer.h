@@ -21,9 +21,11 @@ namespace oravane {
 /// \endcode
 ///
 /// The scene needs a camera and its lights. Edges are smoothed by rendering `samples` times as large in both
-/// directions and averaging. Widths of lines, sizes of points and the scale of line patterns are kept for
-/// that by widening the `SoDrawStyle` nodes while the picture is made; markers, `SoText2` and images are made
-/// of pixels and shrink: render scenes with those with `samples` 1.
+/// directions and averaging. What is measured in pixels keeps its size: for the time of the picture line
+/// widths, point sizes and line patterns are changed in the `SoDrawStyle` nodes, and `SoText2`, `SoImage` and
+/// the sets of markers are replaced by larger ones, both without notification; a path that the program holds
+/// to one of these four then ends at its parent. Without FreeType the largest font of `SoText2` is about 30
+/// pixels, and texts shrink.
 class HeadlessRenderer {
 public:
     /// `samples` 1 to 8; 1 is no smoothing. The toolkit has to be up (`PoBase::init()`). From the first

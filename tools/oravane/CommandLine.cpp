@@ -68,12 +68,11 @@ void FileOptions::addTo(CLI::App &app, const std::string &what) {
     for (char &c : typeName)
         c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
     app.add_option("scenes", inputs, "Inventor or VRML files, text or binary, also packed by gzip")
-        ->required()
         ->type_name("FILE...");
     app.option_defaults()->group("Files")->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
     app.add_option("-o,--output", output,
                    "The " + what + ", a folder for several scenes, or - for standard output; by default " +
-                       what + "s are named as their scenes, in the present folder")
+                       what + "s are named as their scenes, in the current folder")
         ->type_name(typeName);
     app.add_flag("-q,--quiet", isQuiet, "No progress on standard error");
 }

@@ -4,9 +4,11 @@
 #include "tools/oravane/OutputFile.h"
 #include "tools/oravane/SceneFile.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <map>
+#include <new>
 #include <set>
 #include <stdexcept>
 
@@ -46,11 +48,14 @@ void checkOutputs(const std::vector<FileJob> &jobs) {
     }
 }
 
-/// Does one step; a failure is one line on standard error.
-bool attempt(const std::function<void()> &step) {
+/// Does one step for a file; a failure is one line on standard error.
+bool attempt(const std::string &file, const std::function<void()> &step) {
     try {
         step();
         return true;
+    } catch (const std::bad_alloc &) {
+        std::fprintf(stderr, "oravane: %s: there is not enough memory\n", file.c_str());
+        return false;
     } catch (const std::exception &error) {
         std::fprintf(stderr, "oravane: %s\n", error.what());
         return false;
@@ -68,6 +73,8 @@ void makeFolder(const std::string &folder) {
 
 FilePlan planJobs(const std::vector<std::string> &inputs, const std::string &output,
                   std::string_view extension) {
+    if (inputs.empty() || std::count(inputs.begin(), inputs.end(), "") > 0)
+        throw UsageError("the file of a scene is needed");
     std::error_code ignored;
     FilePlan plan;
     const std::string suffix = "." + std::string(extension);
@@ -88,7 +95,7 @@ FilePlan planJobs(const std::vector<std::string> &inputs, const std::string &out
 }
 
 bool runJobs(const FilePlan &plan, bool isQuiet, const std::function<std::string(const FileJob &)> &draw) {
-    if (!plan.folder.empty() && !attempt([&] { makeFolder(plan.folder); }))
+    if (!plan.folder.empty() && !attempt(plan.folder, [&] { makeFolder(plan.folder); }))
         return false;
     startScenes();
     bool isGood = true;
@@ -97,7 +104,7 @@ bool runJobs(const FilePlan &plan, bool isQuiet, const std::function<std::string
         if (!isQuiet)
             std::fprintf(stderr, "[%zu/%zu] %s -> %s\n", ++number, plan.jobs.size(), job.input.c_str(),
                          job.output.c_str());
-        isGood = attempt([&] { writeWholeFile(job.output, draw(job)); }) && isGood;
+        isGood = attempt(job.input, [&] { writeWholeFile(job.output, draw(job)); }) && isGood;
         for (const std::string &message : takeSceneMessages())
             std::fprintf(stderr, "oravane: warning: %s\n", message.c_str());
     }

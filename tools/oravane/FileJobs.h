@@ -21,10 +21,10 @@ struct FilePlan {
 };
 
 /// `output` is a file for one input ("-" the standard output), or a folder: for several inputs, and when a
-/// folder of that name exists or the name ends with "/". Empty, it is the present folder. In a folder an
-/// output has the input's name with `extension` in place of its own. Throws `UsageError` when two outputs are
-/// the same file, when one of them is an input, and when `output` is a file where a folder is needed. Makes
-/// nothing.
+/// folder of that name exists or the name ends with "/". Empty, it is the current folder. In a folder an
+/// output has the input's name with `extension` in place of its own. Throws `UsageError` when an input has
+/// no name or there is none, when two outputs are the same file, when one of them is an input, and when
+/// `output` is a file where a folder is needed. Makes nothing.
 FilePlan planJobs(const std::vector<std::string> &inputs, const std::string &output,
                   std::string_view extension);
 

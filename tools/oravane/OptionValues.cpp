@@ -14,7 +14,6 @@ namespace {
 constexpr float kLongestSide = 10000;
 constexpr int kMostPixels = 32767;
 constexpr int kMostPens = 256;
-constexpr int kMostCustomaryPens = 8;
 constexpr float kPoint = 25.4f / 72;
 
 struct Paper {
@@ -36,6 +35,17 @@ const NamedColor kColors[] = {
     {"red", {1, 0, 0}},   {"green", {0, 1, 0}},   {"blue", {0, 0, 1}},          {"yellow", {1, 1, 0}},
     {"cyan", {0, 1, 1}},  {"magenta", {1, 0, 1}},
 };
+
+const std::array<SbColor, 8> kCustomaryPens = {{
+    {1, 1, 1},
+    {0, 0, 0},
+    {1, 0, 0},
+    {0, 1, 0},
+    {1, 1, 0},
+    {0, 0, 1},
+    {1, 0, 1},
+    {0, 1, 1},
+}};
 
 [[noreturn]] void refuse(std::string_view text, const std::string &rule) {
     throw std::invalid_argument('"' + std::string(text) + "\" is " + rule);
@@ -132,18 +142,20 @@ float parseNumber(std::string_view text, float least, float most) {
 PenList parsePens(std::string_view text) {
     PenList pens;
     if (const auto count = numberOf<int>(text)) {
-        if (*count < 1 || *count > kMostCustomaryPens)
-            refuse(text, "no number of pens: give 1 to 8, or a list like black:0.35,red:0.5");
-        pens.count = *count;
+        if (*count < 2 || *count > std::ssize(kCustomaryPens))
+            refuse(text, "no number of pens: give 2 to 8, or a list like black:0.35,red:0.5");
+        pens.colors.assign(kCustomaryPens.begin(), kCustomaryPens.begin() + *count);
+        pens.widths.assign(pens.colors.size(), kPoint);
         return pens;
     }
-    for (std::string_view rest = text; !rest.empty() || pens.count == 0; ++pens.count) {
+    for (std::string_view rest = text; !rest.empty() || pens.colors.empty();) {
         std::string_view width = cutAt(rest, ',');
         pens.colors.push_back(parseColor(cutAt(width, ':')));
         pens.widths.push_back(width.empty() ? kPoint : parseNumber(width, 0, 100));
     }
-    if (pens.count > kMostPens)
-        refuse(text, "a list of " + std::to_string(pens.count) + " pens, and at most 256 are possible");
+    if (std::ssize(pens.colors) > kMostPens)
+        refuse(text,
+               "a list of " + std::to_string(pens.colors.size()) + " pens, and at most 256 are possible");
     return pens;
 }
 

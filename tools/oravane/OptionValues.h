@@ -29,15 +29,14 @@ SbColor parseColor(std::string_view text);
 /// A finite number from `least` to `most`.
 float parseNumber(std::string_view text, float least, float most);
 
-/// The pens of a plotter or printer.
+/// The pens of a plotter or printer, one for each colour; none is no restriction.
 struct PenList {
-    int count = 0;               ///< 0: no restriction
-    std::vector<SbColor> colors; ///< empty: the customary ones; else `count`
-    std::vector<float> widths;   ///< in mm, as many as there are colours
+    std::vector<SbColor> colors;
+    std::vector<float> widths; ///< in mm
 };
 
-/// "8" for that many customary pens (1 to 8), or "black:0.35,red,#00ff00:0.7" for colours with widths in mm,
-/// 1/72 inch where none is given; at most 256.
+/// "black:0.35,red,#00ff00:0.7" for colours with widths in mm, 1/72 inch where none is given, at most 256; or
+/// a number from 2 to 8 for the first ones of white, black, red, green, yellow, blue, magenta and cyan.
 PenList parsePens(std::string_view text);
 
 } // namespace oravane

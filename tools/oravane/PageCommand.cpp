@@ -115,9 +115,10 @@ void PageCommand::addLines() {
         ->default_str("0.353");
     addChoice(*app, "--line-ends", options.lineEnds, kLineEnds, "Form of the ends of lines");
     addChoice(*app, "--line-joins", options.lineJoins, kLineJoins, "Form of the corners of lines");
-    addOption(*app, "--pens", options.pens, parsePens,
-              "Draw with these pens only: a number (1 to 8 customary ones), or colours with widths in mm, as "
-              "in black:0.35,red:0.5,#00ff00:0.7")
+    addOption(
+        *app, "--pens", options.pens, parsePens,
+        "Draw with these pens only: colours with widths in mm, as in black:0.35,red:0.5,#00ff00:0.7, or "
+        "the first N (2 to 8) of white, black, red, green, yellow, blue, magenta, cyan")
         ->type_name("PENS");
     addChoice(*app, "--pens-by", options.pensByWidth, kPensBy, "What counts first in the choice of a pen")
         ->needs("--pens");
@@ -163,8 +164,8 @@ void PageCommand::check(const PageFormat &format) const {
 }
 
 std::string PageCommand::draw(const PageFormat &format, const FileJob &job) const {
-    const SbVec2f size = options.drawing();
-    const ScenePtr scene = completeScene(readScene(job.input), size[0] / size[1], options.isLit);
+    const SbVec2f pixels = options.drawing() / options.lineWidth;
+    const ScenePtr scene = completeScene(readScene(job.input), pixels, options.isLit);
     return drawPage(format, scene.get(), job.output, options);
 }
 

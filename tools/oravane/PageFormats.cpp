@@ -9,7 +9,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <stdexcept>
+#include <new>
 #include <utility>
 
 namespace oravane {
@@ -75,10 +75,8 @@ void setUp(Action &action, const PageFormat &format, const PageOptions &options)
     action.setNominalWidth(options.lineWidth, Action::MILLIMETER);
     action.setLineEndStyle(options.lineEnds);
     action.setLineJoinsStyle(options.lineJoins);
-    const PenList &pens = options.pens;
-    const bool isListed = !pens.colors.empty();
-    action.setPenDescription(pens.count, isListed ? pens.colors.data() : nullptr,
-                             isListed ? pens.widths.data() : nullptr, Action::MILLIMETER);
+    action.setPenDescription(static_cast<int>(options.pens.colors.size()), options.pens.colors.data(),
+                             options.pens.widths.data(), Action::MILLIMETER);
     action.setColorPriority(!options.pensByWidth);
 }
 
@@ -121,14 +119,14 @@ std::string drawPage(const PageFormat &format, SoNode *scene, const std::string 
     std::size_t size = 0;
     FILE *stream = open_memstream(&memory, &size);
     if (!stream)
-        throw std::runtime_error(path + ": there is not enough memory for the page");
+        throw std::bad_alloc();
     SoVectorOutput *output = action->getOutput();
     output->setFilePointer(stream);
     drawSheet(*action, scene, options);
     output->closeFile();
     const std::unique_ptr<char, decltype(&std::free)> guard(memory, &std::free);
     if (output->hasWriteError())
-        throw std::runtime_error(path + ": there is not enough memory for the page");
+        throw std::bad_alloc();
     std::string page(memory, size);
     if (format.finish)
         format.finish(page, path, options);

@@ -40,7 +40,7 @@ void PictureCommand::addTo(CLI::App &app) {
         return static_cast<int>(parseNumber(text, 1, kMostSamples));
     };
     addOption(app, "--antialias", samples, parseSamples,
-              "Smooth edges by N x N samples a pixel, 1 to 8; 1 keeps markers and images at their full size")
+              "Smooth edges by N x N samples a pixel, 1 to 8; 1 for none")
         ->type_name("N")
         ->default_str("4");
     addOption(app, "--background", background, parseColor, "Behind the scene")
@@ -49,8 +49,8 @@ void PictureCommand::addTo(CLI::App &app) {
 }
 
 std::string PictureCommand::draw(const FileJob &job, HeadlessRenderer &renderer) const {
-    const float aspect = static_cast<float>(size[0]) / static_cast<float>(size[1]);
-    const ScenePtr scene = completeScene(readScene(job.input), aspect, true);
+    const SbVec2f pixels(static_cast<float>(size[0]), static_cast<float>(size[1]));
+    const ScenePtr scene = completeScene(readScene(job.input), pixels, true);
     return encodePng(renderer.render(scene.get(), size[0], size[1]));
 }
 

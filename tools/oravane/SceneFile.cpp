@@ -15,10 +15,12 @@
 #include <Inventor/nodes/SoDirectionalLight.h>
 #include <Inventor/nodes/SoPerspectiveCamera.h>
 #include <Inventor/nodes/SoSeparator.h>
+#include <Inventor/nodes/SoText2.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
+#include <cstdlib>
 #include <filesystem>
 #include <sstream>
 #include <stdexcept>
@@ -119,32 +121,41 @@ void checkFile(const std::string &path) {
         fail(path, "the file is empty");
 }
 
+/// What a drawing of the scene would meet: kits are brought up to date, switched-off branches left out.
 struct Fittings {
     bool hasCamera = false, hasLight = false;
+    SbBox3f textPlaces; ///< of texts that are as large at any distance
+
+    static SoCallbackAction::Response note(void *fittings, SoCallbackAction *action, const SoNode *node) {
+        auto *const found = static_cast<Fittings *>(fittings);
+        if (node->isOfType(SoCamera::getClassTypeId()))
+            found->hasCamera = true;
+        else if (node->isOfType(SoLight::getClassTypeId()))
+            found->hasLight = true;
+        else {
+            SbVec3f place(0, 0, 0);
+            action->getModelMatrix().multVecMatrix(place, place);
+            found->textPlaces.extendBy(place);
+        }
+        return SoCallbackAction::CONTINUE;
+    }
 };
 
-template <bool Fittings::*Member>
-SoCallbackAction::Response noteFitting(void *fittings, SoCallbackAction *, const SoNode *) {
-    static_cast<Fittings *>(fittings)->*Member = true;
-    return SoCallbackAction::CONTINUE;
-}
-
-/// What a drawing of the scene would meet: kits are brought up to date, switched-off branches left out.
 Fittings fittingsOf(SoNode *scene) {
     Fittings found;
     SoCallbackAction action;
-    action.addPreCallback(SoCamera::getClassTypeId(), noteFitting<&Fittings::hasCamera>, &found);
-    action.addPreCallback(SoLight::getClassTypeId(), noteFitting<&Fittings::hasLight>, &found);
+    for (const SoType type :
+         {SoCamera::getClassTypeId(), SoLight::getClassTypeId(), SoText2::getClassTypeId()})
+        action.addPreCallback(type, Fittings::note, &found);
     action.apply(scene);
     return found;
 }
 
 /// Looks along -z. The front of the box just fits into the drawing, and so does all that is behind it.
-SoCamera *newCamera(const SbBox3f &box, float aspect) {
+void direct(SoPerspectiveCamera &camera, const SbBox3f &box, float aspect) {
     constexpr float kMargin = 1.05f;
-    auto *camera = new SoPerspectiveCamera;
     // On an upright drawing the camera takes its angle for that of the width.
-    const float tangent = std::tan(camera->heightAngle.getValue() / 2);
+    const float tangent = std::tan(camera.heightAngle.getValue() / 2);
     const float across = tangent * std::max(aspect, 1.0f), upwards = across / aspect;
     const SbVec3f center = box.getCenter();
     float width, height, depth;
@@ -153,11 +164,32 @@ SoCamera *newCamera(const SbBox3f &box, float aspect) {
     float distance = kMargin * std::max({width / 2 / across, height / 2 / upwards, depth / 2});
     if (!(distance > 0))
         distance = 1;
-    camera->position.setValue(center[0], center[1], center[2] + depth / 2 + distance);
-    camera->focalDistance = distance + depth / 2;
-    camera->nearDistance = distance / 2;
-    camera->farDistance = (distance + depth) * 2;
-    return camera;
+    camera.position.setValue(center[0], center[1], center[2] + depth / 2 + distance);
+    camera.focalDistance = distance + depth / 2;
+    camera.nearDistance = distance / 2;
+    camera.farDistance = (distance + depth) * 2;
+}
+
+/// A camera for the scene, as its first child.
+void addCamera(SoSeparator &root, const SbBox3f &textPlaces, const SbVec2f &size) {
+    constexpr float kLongest = 32767; // sides of a viewport are shorts
+    const float scale = std::min(1.0f, kLongest / std::max(size[0], size[1]));
+    const auto side = [&](int i) { return static_cast<short>(std::max(1.0f, size[i] * scale)); };
+    SoGetBoundingBoxAction action(SbViewportRegion(side(0), side(1)));
+    auto *const camera = new SoPerspectiveCamera;
+    // How far a text of so many pixels reaches depends on the camera.
+    for (int pass = 0; pass < 4; ++pass) {
+        action.apply(&root);
+        SbBox3f box = action.getBoundingBox();
+        box.extendBy(textPlaces);
+        if (pass == 0)
+            root.insertChild(camera, 0);
+        if (box.isEmpty())
+            return addMessage(presentFile() + ": nothing is in the scene");
+        direct(*camera, box, size[0] / size[1]);
+    }
+    if (!std::isfinite(camera->farDistance.getValue()))
+        addMessage(presentFile() + ": the scene is too large for a camera");
 }
 
 } // namespace
@@ -168,6 +200,9 @@ void ReleaseScene::operator()(SoSeparator *scene) const {
 
 void startScenes() {
     static const bool isStarted = [] {
+        // By itself the toolkit looks for names that only packages for developers have.
+        setenv("COIN_FREETYPE2_LIBNAME", "libfreetype.so.6", 0);
+        setenv("COIN_FONTCONFIG_LIBNAME", "libfontconfig.so.1", 0);
         PoBase::init();
         SoReadError::setHandlerCallback(keepMessage, nullptr);
         SoDebugError::setHandlerCallback(keepMessage, nullptr);
@@ -208,27 +243,16 @@ ScenePtr readScene(const std::string &path) {
     return scene;
 }
 
-ScenePtr completeScene(ScenePtr scene, float aspect, bool isLit) {
+ScenePtr completeScene(ScenePtr scene, const SbVec2f &size, bool isLit) {
     ScenePtr root(new SoSeparator);
     root->ref();
+    root->addChild(scene.get());
     const Fittings fittings = fittingsOf(scene.get());
+    if (!fittings.hasCamera)
+        addCamera(*root, fittings.textPlaces, size);
     // Ahead of the camera, a light keeps its direction in the view.
     if (isLit && !fittings.hasLight)
-        root->addChild(new SoDirectionalLight);
-    if (!fittings.hasCamera) {
-        constexpr float kSide = 1000; // in pixels, by which some texts have their sizes
-        const float width = kSide * std::clamp(aspect, 0.03f, 30.0f);
-        SoGetBoundingBoxAction action(SbViewportRegion(static_cast<short>(width), static_cast<short>(kSide)));
-        action.apply(scene.get());
-        const SbBox3f box = action.getBoundingBox();
-        SoCamera *camera = box.isEmpty() ? new SoPerspectiveCamera : newCamera(box, aspect);
-        root->addChild(camera);
-        if (box.isEmpty())
-            addMessage(presentFile() + ": nothing is in the scene");
-        else if (!std::isfinite(camera->farDistance.getValue()))
-            addMessage(presentFile() + ": the scene is too large for a camera");
-    }
-    root->addChild(scene.get());
+        root->insertChild(new SoDirectionalLight, 0);
     return root;
 }
 

@@ -1,6 +1,8 @@
 #ifndef ORAVANE_TOOLS_ORAVANE_SCENEFILE_H
 #define ORAVANE_TOOLS_ORAVANE_SCENEFILE_H
 
+#include <Inventor/SbVec2f.h>
+
 #include <memory>
 #include <string>
 #include <vector>
@@ -28,10 +30,10 @@ std::vector<std::string> takeSceneMessages();
 ScenePtr readScene(const std::string &path);
 
 /// What a scene lacks for being drawn is put before it: for one without a camera a camera that sees all of
-/// it from the front, in a drawing whose width is `aspect` times its height; for one without a light, if
-/// `isLit`, a light that shines the way the viewer looks. A scene in which there is nothing to direct a
-/// camera at is drawn all the same, with a line for `takeSceneMessages`.
-ScenePtr completeScene(ScenePtr scene, float aspect, bool isLit);
+/// it from the front; for one without a light, if `isLit`, a light that shines the way the viewer looks. The
+/// drawing is `size` pixels wide and high: some texts and images have their size by that. A scene in which
+/// there is nothing to direct a camera at is drawn all the same, with a line for `takeSceneMessages`.
+ScenePtr completeScene(ScenePtr scene, const SbVec2f &size, bool isLit);
 
 } // namespace oravane
 

@@ -1,6 +1,7 @@
 #include "tools/oravane/CommandLine.h"
 #include "tools/oravane/Commands.h"
 
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <memory>
@@ -22,6 +23,7 @@ int runProgram(int argc, char **argv) {
     program.formatter(std::make_shared<oravane::HelpFormatter>());
     program.set_help_flag("-h,--help", "Print this help and end");
     program.set_version_flag("--version", "oravane " ORAVANE_VERSION, "Print the version and end");
+    program.require_subcommand(0, 1);
     const auto page = oravane::addPageCommand(program);
     const auto picture = oravane::addPictureCommand(program);
     program.footer("Examples:\n"
@@ -55,6 +57,7 @@ int runProgram(int argc, char **argv) {
 } // namespace
 
 int main(int argc, char **argv) {
+    std::signal(SIGXFSZ, SIG_IGN); // too large a file is an error of its writing
     try {
         return runProgram(argc, argv);
     } catch (const std::exception &error) {
