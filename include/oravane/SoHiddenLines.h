@@ -27,7 +27,8 @@ ORAVANE_VECTORIZE_BEGIN
 /// with outlines and planes are exact to about a millionth.
 ///
 /// The cost grows with n log n for polygons of like size: each line looks only at polygons along it, the near
-/// ones first, in a tree of boxes.
+/// ones first, in a tree of boxes. Polygons that are not convex are cut into triangles, in a time that grows
+/// with the square of their corners.
 class ORAVANE_API SoHiddenLines {
 public:
     /// What a line is drawn with.
