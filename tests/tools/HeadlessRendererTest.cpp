@@ -55,12 +55,13 @@ TEST(HeadlessRenderer, SmoothsEdgesOnlyWithSamples) {
 }
 
 TEST(HeadlessRenderer, WhatIsMeasuredInPixelsKeepsItsSizeAndTheSceneItsNodes) {
-    const std::string line = "Coordinate3 { point [-2 0.02 0, 2 0.02 0] } LineSet { }";
+    const std::string points = "Coordinate3 { point [-2 0.02 0, 2 0.02 0] }", line = points + "LineSet { }";
+    const std::string kit = "ShapeKit { shape LineSet { } coordinate3 " + points +
+                            "appearance AppearanceKit { drawStyle DrawStyle { lineWidth 3 } } }";
     const std::string rows[] = {
         line,
         "DrawStyle { lineWidth 5 linePattern 0xF0F0 }" + line,
-        "ShapeKit { coordinate3 Coordinate3 { point [-2 0.02 0, 2 0.02 0] } shape LineSet { }"
-        "appearance AppearanceKit { drawStyle DrawStyle { lineWidth 3 } } }",
+        kit,
         "DrawStyle { pointSize 7 } PointSet { }",
         "DEF both MarkerSet { markerIndex 69 } Translation { translation 0.5 0.5 0 } USE both ",
         "IndexedMarkerSet { coordIndex 0 markerIndex 75 }",
