@@ -125,7 +125,8 @@ void writePage(oravane::Example &example, const std::string &name, SoVectorizeAc
     page.getOutput()->closeFile();
 }
 
-void writeEveryFormat(oravane::Example &example, const std::string &name, SoNode *scene, PageOptions options) {
+void writeEveryFormat(oravane::Example &example, const std::string &name, SoNode *scene,
+                      PageOptions options) {
     SoVectorizeHPGLAction hpgl;
     writePage(example, name + ".hpgl", hpgl, scene, options);
     SoVectorizeCGMAction cgm;

@@ -48,8 +48,8 @@ PoMeshFilled *newColorBands(PbMesh2D *mesh);
 /// make way for. Gap and font size are factors of the domain's side.
 PoMeshContouring *newLabelledLines(PbMesh2D *mesh, int majorPeriod, float gap, float fontSize);
 
-/// Writes NAME.ps and, rendered headless in the same proportions, NAME.png. When the example shall write every
-/// format, it writes NAME.hpgl, NAME.cgm (clear text), NAME.binary.cgm, and NAME.none.ps, NAME.sort.ps,
+/// Writes NAME.ps and, rendered headless in the same proportions, NAME.png. When the example shall write
+/// every format, it writes NAME.hpgl, NAME.cgm (clear text), NAME.binary.cgm, and NAME.none.ps, NAME.sort.ps,
 /// NAME.full.ps and NAME.lines.ps by the ways of hiding instead.
 void writePageAndPicture(oravane::Example &example, const std::string &name, SoNode *scene,
                          const PageOptions &options);

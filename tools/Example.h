@@ -30,9 +30,9 @@ private:
 };
 
 /// The frame of each example program. Reads `--out DIR` (made when missing; default `out`), `--data DIR` and
-/// `--every-format`, runs `body`, and names the files that were written. Text is drawn with the toolkit's built-in font, so
-/// that a page is the same on every machine. Returns the exit status of `main`: 0, 1 after one line on
-/// standard error when `body` threw or a file was not written, 2 for a wrong command line.
+/// `--every-format`, runs `body`, and names the files that were written. Text is drawn with the toolkit's
+/// built-in font, so that a page is the same on every machine. Returns the exit status of `main`: 0, 1 after
+/// one line on standard error when `body` threw or a file was not written, 2 for a wrong command line.
 ///
 /// \code
 ///   int main(int argc, char **argv) {

@@ -212,11 +212,8 @@ std::unique_ptr<SoVectorizeAction> makeCgm() {
 }
 
 const Format kFormats[] = {
-    {"postscript", make<SoVectorizePSAction>},
-    {"cgm-text", makeCgm<0>},
-    {"cgm-binary", makeCgm<1>},
-    {"hpgl", make<SoVectorizeHPGLAction>},
-    {"nothing", make<NoFormat>},
+    {"postscript", make<SoVectorizePSAction>}, {"cgm-text", makeCgm<0>},    {"cgm-binary", makeCgm<1>},
+    {"hpgl", make<SoVectorizeHPGLAction>},     {"nothing", make<NoFormat>},
 };
 
 void oravanePage(benchmark::State &state, const std::string &kind, const Format &format,
