@@ -50,8 +50,8 @@ SoNode *newSurface(PbRegularCartesianGrid2D &terrain) {
 SoNode *newNet(PbRegularCartesianGrid2D &terrain) {
     auto *net = new PoMeshLines;
     net->setMesh(&terrain);
-    net->set("appearance.drawStyle { lineWidth 1 }");
-    SoSeparator *group = newInk(0.6f, 0.64f, 0.7f);
+    net->set("appearance.drawStyle { lineWidth 1.5 }");
+    SoSeparator *group = newInk(0.75f, 0.78f, 0.82f);
     group->addChild(net);
     return group;
 }
@@ -68,9 +68,9 @@ SoNode *newContourLines(PbRegularCartesianGrid2D &terrain) {
     lines->valuesIndex = 0;
     lines->majorPeriod = 5;
     lines->set("majorContourLineApp.material { diffuseColor 0.6 0.1 0 }"
-               "majorContourLineApp.drawStyle { lineWidth 2.5 }"
+               "majorContourLineApp.drawStyle { lineWidth 3.5 }"
                "minorContourLineApp.material { diffuseColor 0.65 0.3 0.1 }"
-               "minorContourLineApp.drawStyle { lineWidth 1.2 }");
+               "minorContourLineApp.drawStyle { lineWidth 2 }");
     group->addChild(lines);
     return group;
 }

@@ -14,8 +14,9 @@ namespace oravane_test {
 /// How alike two pictures of a sheet are, by the mean colours of squares of pixels.
 struct Agreement {
     int blocks = 0;
-    int different = 0;            ///< blocks whose colours are farther apart than the limit
-    int coloured = 0;             ///< blocks of the first picture that are not white
+    int different = 0; ///< blocks whose colours are farther apart than the limit
+    int coloured = 0;  ///< blocks of the first picture that are not white
+    int dark = 0, otherDark = 0;
     double ink = 0, otherInk = 0; ///< what is darker than white, summed up
     double mean = 0;              ///< of the differences, of 255
 };
@@ -42,6 +43,8 @@ inline Agreement agreementOf(const oravane::Picture &picture, const oravane::Pic
             ++result.blocks;
             result.different += largest > limit;
             result.coloured += a[0] + a[1] + a[2] < 3 * 250;
+            result.dark += a[0] + a[1] + a[2] < 3 * 225;
+            result.otherDark += b[0] + b[1] + b[2] < 3 * 225;
             result.ink += 3 * 255 - a[0] - a[1] - a[2];
             result.otherInk += 3 * 255 - b[0] - b[1] - b[2];
         }
