@@ -19,7 +19,7 @@ namespace {
 SoSeparator *newScene() {
     auto *camera = new SoPerspectiveCamera;
     camera->position.setValue(-5600, -7800, 9400);
-    camera->pointAt(SbVec3f(4500, 6000, 900), SbVec3f(0, 0, 1));
+    camera->pointAt(SbVec3f(5200, 6000, 900), SbVec3f(0, 0, 1));
     camera->heightAngle = 0.56f;
     camera->nearDistance = 5000;
     camera->farDistance = 30000;
