@@ -54,7 +54,8 @@ int largeMarker(int index, int samples) {
     SbVec2s size;
     const unsigned char *bits = nullptr;
     SbBool isLowBitFirst = FALSE; // never so
-    if (!SoMarkerSet::getMarker(index, size, bits, isLowBitFirst) || bits == nullptr)
+    // The toolkit looks below its table for an index such as `NONE`.
+    if (index < 0 || !SoMarkerSet::getMarker(index, size, bits, isLowBitFirst) || bits == nullptr)
         return index;
     // Rows of the toolkit's own markers are padded.
     const int rowBytes = index < SoMarkerSet::NUM_MARKERS ? (size[0] + 31) / 32 * 4 : (size[0] + 7) / 8;

@@ -83,6 +83,13 @@ void SoVectorizeAction::applyTo(Target &&traverse) {
     if (m_traversal)
         return;
     m_traversal = std::make_unique<Traversal>(*this);
+    const struct Finish { // also when a driver's operation throws
+        SoVectorizeAction &action;
+        ~Finish() {
+            action.m_viewportKnown = 0;
+            action.m_traversal.reset();
+        }
+    } finish{*this};
     SoCallbackAction action;
     prepareAction(action);
     beginTraversal();
@@ -97,7 +104,6 @@ void SoVectorizeAction::applyTo(Target &&traverse) {
     if (!m_pageMode)
         writeFooter();
     endTraversal();
-    m_traversal.reset();
     if (m_output)
         m_output->flush();
 }

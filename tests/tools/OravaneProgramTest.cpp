@@ -289,6 +289,8 @@ TEST_F(OravaneProgram, RefusesAWrongCommandLineBeforeAnythingIsWritten) {
         {"page a.iv --format ps -o d/../a.iv", "d/../a.iv is an input, and would be overwritten"},
         {"picture a.iv -o a.jpg", "pictures are PNG files: let the name a.jpg end with .png"},
         {"picture a.iv --size 9000x10", "--size: with --antialias 4 a side has at most 8191 pixels"},
+        {"picture a.iv --antialias 2.5", "--antialias: \"2.5\" is no whole number from 1 to 8"},
+        {"page a.iv --line-width 0", "--line-width: \"0\" is no number from 0.001 to 1000"},
     };
     for (const auto &row : rows) {
         EXPECT_EQ(run(row.arguments), 2) << row.arguments;

@@ -91,15 +91,20 @@ private:
     std::string m_path;
 };
 
-/// The complete page that `action`, a driver of any format, makes of `scene`.
-template <class Action>
-std::string pageOf(Action &action, SoNode *scene) {
+/// All that `write` writes to `output`.
+template <class Write>
+std::string writtenTo(SoVectorOutput *output, Write write) {
     const TemporaryFile file;
-    EXPECT_TRUE(action.getOutput()->openFile(file.name()));
-    action.apply(scene);
-    action.getOutput()->closeFile();
-    EXPECT_FALSE(action.getOutput()->hasWriteError());
+    EXPECT_TRUE(output->openFile(file.name()));
+    write();
+    output->closeFile();
+    EXPECT_FALSE(output->hasWriteError());
     return readFile(file.path());
+}
+
+/// The complete page that `action`, a driver of any format, makes of `scene`.
+inline std::string pageOf(SoVectorizeAction &action, SoNode *scene) {
+    return writtenTo(action.getOutput(), [&] { action.apply(scene); });
 }
 
 /// The page behind its prolog.

@@ -60,6 +60,24 @@ TEST(SoVectorizeAction, IsNotAppliedFromInside) {
     EXPECT_EQ(action.kinds() + action.frame, "polygon3 HGCBF");
 }
 
+TEST(SoVectorizeAction, IsOfUseAfterADriverThrew) {
+    class Throwing : public RecordingAction {
+    public:
+        bool throws = true;
+
+    protected:
+        void printBackground() override {
+            if (std::exchange(throws, false))
+                throw std::bad_alloc();
+        }
+    } action;
+    const Scene scene(view(kTriangle));
+    EXPECT_THROW(action.apply(scene), std::bad_alloc);
+    action.forget();
+    action.apply(scene);
+    EXPECT_EQ(action.kinds() + action.frame, "polygon3 HCBF");
+}
+
 TEST(SoVectorizeAction, PathsAndPathListsDrawTheirPart) {
     const Scene scene(view(kPlain + kTriangle + "LineSet { } PointSet { }"));
     SoPathList paths;

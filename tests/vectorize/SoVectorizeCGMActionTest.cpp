@@ -38,13 +38,11 @@ public:
         setDrawingDimensions(100, 100, kMillimeter);
     }
     std::string page(const std::function<void(Driver &)> &draw) {
-        const TemporaryFile file;
-        EXPECT_EQ(getOutput()->openFile(file.name()), 1);
-        writeHeader();
-        draw(*this);
-        writeFooter();
-        getOutput()->closeFile();
-        return readFile(file.path());
+        return writtenTo(getOutput(), [&] {
+            writeHeader();
+            draw(*this);
+            writeFooter();
+        });
     }
     /// Between header and footer, in clear text.
     std::string text(const std::function<void(Driver &)> &draw) {

@@ -40,13 +40,11 @@ public:
 
     template <class Draw>
     std::string written(Draw draw) {
-        const TemporaryFile file;
-        getOutput()->openFile(file.name());
-        writeHeader();
-        draw();
-        writeFooter();
-        getOutput()->closeFile();
-        page = readFile(file.path());
+        page = writtenTo(getOutput(), [&] {
+            writeHeader();
+            draw();
+            writeFooter();
+        });
         EXPECT_EQ(HpglReader(page).error, "");
         const std::size_t begin = page.find("\nLA1,") + 1, end = page.find('\n', begin) + 1;
         return page.substr(end, page.size() - end - "SPPG;\n"s.size());

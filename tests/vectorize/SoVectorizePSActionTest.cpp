@@ -40,13 +40,13 @@ public:
 
     template <class Draw>
     std::string written(Draw draw) {
-        const TemporaryFile file;
-        getOutput()->openFile(file.name());
-        writeHeader();
-        draw();
-        writeFooter();
-        getOutput()->closeFile();
-        const std::string page = readFile(file.path()), start = "10.00 10.00 translate\n";
+        const std::string page = writtenTo(getOutput(),
+                                           [&] {
+                                               writeHeader();
+                                               draw();
+                                               writeFooter();
+                                           }),
+                          start = "10.00 10.00 translate\n";
         EXPECT_EQ(complaints(page), "");
         const std::size_t begin = page.find(start) + start.size();
         return page.substr(begin, page.size() - begin - std::string("showpage\n").size());

@@ -1,5 +1,7 @@
 #include "tools/oravane/OptionValues.h"
 
+#include <oravane/SoVectorizePSAction.h>
+
 #include <algorithm>
 #include <cctype>
 #include <charconv>
@@ -13,7 +15,7 @@ namespace {
 
 constexpr float kLongestSide = 10000;
 constexpr int kMostPixels = 32767;
-constexpr int kMostPens = 256;
+constexpr int kMostPens = 256, kCustomaryPens = 8;
 constexpr float kPoint = 25.4f / 72;
 
 struct Paper {
@@ -36,17 +38,6 @@ const NamedColor kColors[] = {
     {"cyan", {0, 1, 1}},  {"magenta", {1, 0, 1}},
 };
 
-const std::array<SbColor, 8> kCustomaryPens = {{
-    {1, 1, 1},
-    {0, 0, 0},
-    {1, 0, 0},
-    {0, 1, 0},
-    {1, 1, 0},
-    {0, 0, 1},
-    {1, 0, 1},
-    {0, 1, 1},
-}};
-
 [[noreturn]] void refuse(std::string_view text, const std::string &rule) {
     throw std::invalid_argument('"' + std::string(text) + "\" is " + rule);
 }
@@ -62,6 +53,29 @@ std::optional<Number> numberOf(std::string_view text) {
     Number value{};
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     return error == std::errc() && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
+}
+
+template <class Number>
+std::string shortest(Number value) {
+    std::array<char, 32> digits;
+    return {digits.data(), std::to_chars(digits.begin(), digits.end(), value).ptr};
+}
+
+template <class Number>
+Number boundedNumber(std::string_view text, const std::string &kind, Number least, Number most) {
+    const auto number = numberOf<Number>(text);
+    if (!number || !(*number >= least && *number <= most))
+        refuse(text, "no " + kind + " from " + shortest(least) + " to " + shortest(most));
+    return *number;
+}
+
+/// All pens that the pages have by themselves.
+PenList customaryPens() {
+    SoVectorizePSAction action;
+    action.setPenDescription(kCustomaryPens, nullptr, nullptr, SoVectorizeAction::MILLIMETER);
+    PenList pens{std::vector<SbColor>(kCustomaryPens), std::vector<float>(kCustomaryPens)};
+    action.getPenDescription(pens.colors.data(), pens.widths.data(), SoVectorizeAction::MILLIMETER);
+    return pens;
 }
 
 /// The two numbers around an "x".
@@ -132,20 +146,21 @@ SbColor parseColor(std::string_view text) {
 }
 
 float parseNumber(std::string_view text, float least, float most) {
-    const auto number = numberOf<float>(text);
-    if (!number || !(*number >= least && *number <= most))
-        refuse(text, "no number from " + std::to_string(std::lround(least)) + " to " +
-                         std::to_string(std::lround(most)));
-    return *number;
+    return boundedNumber(text, "number", least, most);
+}
+
+int parseCount(std::string_view text, int least, int most) {
+    return boundedNumber(text, "whole number", least, most);
 }
 
 PenList parsePens(std::string_view text) {
     PenList pens;
     if (const auto count = numberOf<int>(text)) {
-        if (*count < 2 || *count > std::ssize(kCustomaryPens))
+        if (*count < 2 || *count > kCustomaryPens)
             refuse(text, "no number of pens: give 2 to 8, or a list like black:0.35,red:0.5");
-        pens.colors.assign(kCustomaryPens.begin(), kCustomaryPens.begin() + *count);
-        pens.widths.assign(pens.colors.size(), kPoint);
+        pens = customaryPens();
+        pens.colors.resize(*count);
+        pens.widths.resize(*count);
         return pens;
     }
     for (std::string_view rest = text; !rest.empty() || pens.colors.empty();) {

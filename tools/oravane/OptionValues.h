@@ -29,6 +29,9 @@ SbColor parseColor(std::string_view text);
 /// A finite number from `least` to `most`.
 float parseNumber(std::string_view text, float least, float most);
 
+/// A whole number from `least` to `most`.
+int parseCount(std::string_view text, int least, int most);
+
 /// The pens of a plotter or printer, one for each colour; none is no restriction.
 struct PenList {
     std::vector<SbColor> colors;

@@ -36,9 +36,7 @@ void PictureCommand::addTo(CLI::App &app) {
     addOption(app, "--size", size, parsePixelSize, "WIDTHxHEIGHT in pixels")
         ->type_name("SIZE")
         ->default_str("800x600");
-    const auto parseSamples = [](const std::string &text) {
-        return static_cast<int>(parseNumber(text, 1, kMostSamples));
-    };
+    const auto parseSamples = [](const std::string &text) { return parseCount(text, 1, kMostSamples); };
     addOption(app, "--antialias", samples, parseSamples,
               "Smooth edges by N x N samples a pixel, 1 to 8; 1 for none")
         ->type_name("N")

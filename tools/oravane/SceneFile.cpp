@@ -7,6 +7,7 @@
 #include <Inventor/SbBox3f.h>
 #include <Inventor/SoDB.h>
 #include <Inventor/SoInput.h>
+#include <Inventor/VRMLnodes/SoVRMLLight.h>
 #include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
 #include <Inventor/errors/SoDebugError.h>
@@ -130,7 +131,7 @@ struct Fittings {
         auto *const found = static_cast<Fittings *>(fittings);
         if (node->isOfType(SoCamera::getClassTypeId()))
             found->hasCamera = true;
-        else if (node->isOfType(SoLight::getClassTypeId()))
+        else if (node->isOfType(SoLight::getClassTypeId()) || node->isOfType(SoVRMLLight::getClassTypeId()))
             found->hasLight = true;
         else {
             SbVec3f place(0, 0, 0);
@@ -144,8 +145,8 @@ struct Fittings {
 Fittings fittingsOf(SoNode *scene) {
     Fittings found;
     SoCallbackAction action;
-    for (const SoType type :
-         {SoCamera::getClassTypeId(), SoLight::getClassTypeId(), SoText2::getClassTypeId()})
+    for (const SoType type : {SoCamera::getClassTypeId(), SoLight::getClassTypeId(),
+                              SoVRMLLight::getClassTypeId(), SoText2::getClassTypeId()})
         action.addPreCallback(type, Fittings::note, &found);
     action.apply(scene);
     return found;
